@@ -1,0 +1,26 @@
+#pragma once
+
+#include "cli/command.h"
+
+#include <memory>
+
+namespace taldork::cli {
+
+// One maker for each subcommand of the module; each stands in the file of its name.
+std::unique_ptr<Command> makeStoreCreate();
+std::unique_ptr<Command> makeRecordsList();
+std::unique_ptr<Command> makeRecordsGet();
+std::unique_ptr<Command> makeRecordsPut();
+std::unique_ptr<Command> makeRecordsDel();
+std::unique_ptr<Command> makeRecordsCopy();
+std::unique_ptr<Command> makeRecordsSync();
+std::unique_ptr<Command> makeDataGet();
+std::unique_ptr<Command> makeDataSet();
+
+/// Options that several subcommands share.
+void addDrawing(CLI::App& command, std::string& file, const std::string& name = "FILE",
+                const std::string& meaning = "the drawing");
+void addStore(CLI::App& command, std::string& store);
+void addJson(CLI::App& command, bool& json);
+
+} // namespace taldork::cli

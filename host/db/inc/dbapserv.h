@@ -1,0 +1,21 @@
+#pragma once
+
+#include "rxobject.h"
+
+class AcDbDatabase;
+
+// What the application gives the database library: which drawing is worked in.
+class AcDbHostApplicationServices : public AcRxObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbHostApplicationServices);
+
+    // Null if there is none. The services do not own it; the database's end clears it.
+    AcDbDatabase* workingDatabase() const { return m_working; }
+    void setWorkingDatabase(AcDbDatabase* database) { m_working = database; }
+
+private:
+    AcDbDatabase* m_working = nullptr;
+};
+
+// The one object; never null.
+AcDbHostApplicationServices* acdbHostApplicationServices();

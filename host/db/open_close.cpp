@@ -1,0 +1,118 @@
+#include "db/open_close.h"
+
+#include "db/database_core.h"
+#include "db/object_access.h"
+
+namespace embedded {
+
+namespace {
+
+Acad::ErrorStatus refusal(const AcDbStub& stub, AcDb::OpenMode mode) {
+    switch (mode) {
+    case AcDb::kForRead:
+        if (stub.has(kOpenForWrite))
+            return Acad::eWasOpenForWrite;
+        if (stub.has(kOpenForNotify))
+            return Acad::eWasOpenForNotify;
+        return stub.readers() >= kMaxReaders ? Acad::eAtMaxReaders : Acad::eOk;
+    case AcDb::kForWrite:
+        if (stub.has(kOpenForWrite))
+            return Acad::eWasOpenForWrite;
+        if (stub.has(kOpenForNotify))
+            return Acad::eWasOpenForNotify;
+        return stub.readers() != 0 ? Acad::eWasOpenForRead : Acad::eOk;
+    case AcDb::kForNotify:
+        // Whoever reads or writes an object may be told of another one's change: notify stands beside both.
+        return stub.has(kOpenForNotify) ? Acad::eWasOpenForNotify : Acad::eOk;
+    }
+    return Acad::eInvalidInput;
+}
+
+} // namespace
+
+Acad::ErrorStatus openStub(AcDbStub* stub, AcDb::OpenMode mode, bool openErased, AcDbObject*& object) {
+    object = nullptr;
+    if (stub == nullptr)
+        return Acad::eNullObjectId;
+    DatabaseCore* core = stub->tag->core;
+    if (core == nullptr)
+        return Acad::eInvalidInput;
+    if (stub->has(kPermanentlyErased))
+        return Acad::ePermanentlyErased;
+    if (stub->has(kErased) && !openErased)
+        return Acad::eWasErased;
+    Acad::ErrorStatus es = refusal(*stub, mode);
+    if (es != Acad::eOk)
+        return es;
+    AcDbObject* opened = nullptr;
+    es = core->resident(*stub, opened);
+    if (es != Acad::eOk)
+        return es;
+    es = ObjectAccess::subOpen(*opened, mode);
+    if (es != Acad::eOk)
+        return es;
+    if (mode == AcDb::kForRead)
+        ++stub->bits;
+    else if (mode == AcDb::kForWrite)
+        stub->set(kOpenForWrite);
+    else
+        stub->set(kOpenForNotify);
+    object = opened;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus closeStub(AcDbStub& stub) {
+    if (!stub.isOpen())
+        return Acad::eNotOpenForRead;
+    Acad::ErrorStatus es = ObjectAccess::subClose(*stub.object);
+    if (es != Acad::eOk)
+        return es;
+    if (stub.has(kOpenForNotify) && !stub.has(kOpenForWrite) && stub.readers() == 0)
+        stub.clear(kOpenForNotify);
+    else if (stub.has(kOpenForWrite))
+        stub.clear(kOpenForWrite | kNewSinceOpen | kWrittenSinceOpen);
+    else
+        --stub.bits;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus upgradeStub(AcDbStub& stub) {
+    if (stub.has(kOpenForWrite))
+        return Acad::eOk;
+    if (stub.readers() == 0)
+        return Acad::eNotOpenForRead;
+    if (stub.readers() > 1)
+        return Acad::eWasOpenForRead;
+    Acad::ErrorStatus es = ObjectAccess::subOpen(*stub.object, AcDb::kForWrite);
+    if (es != Acad::eOk)
+        return es;
+    --stub.bits;
+    stub.set(kOpenForWrite);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus downgradeStub(AcDbStub& stub) {
+    if (!stub.has(kOpenForWrite))
+        return Acad::eNotOpenForWrite;
+    stub.clear(kOpenForWrite | kNewSinceOpen | kWrittenSinceOpen);
+    ++stub.bits;
+    return Acad::eOk;
+}
+
+void eraseOwned(AcDbStub& stub, bool erasing) {
+    if (stub.has(kPermanentlyErased) || stub.has(kErased) == erasing || stub.tag->core == nullptr)
+        return;
+    AcDbObject* object = nullptr;
+    if (stub.tag->core->resident(stub, object) != Acad::eOk)
+        return;
+    // The owner's going decides, whoever else has the object open now.
+    const std::uint32_t before = stub.bits & (kOpenForWrite | kWrittenSinceOpen);
+    stub.set(kOpenForWrite);
+    object->erase(erasing);
+    if ((before & kOpenForWrite) == 0) {
+        stub.clear(kOpenForWrite | kWrittenSinceOpen);
+        stub.set(before);
+    }
+}
+
+} // namespace embedded

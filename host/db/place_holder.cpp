@@ -1,0 +1,3 @@
+#include "dbplhldr.h"
+
+AcDbPlaceHolder::AcDbPlaceHolder() = default;

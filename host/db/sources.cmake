@@ -1,0 +1,23 @@
+set(HOST_DB_SOURCES
+  database.cpp
+  database_core.cpp
+  db_classes.cpp
+  dictionary.cpp
+  dictionary_iterator.cpp
+  entity.cpp
+  filer.cpp
+  host_services.cpp
+  memory_filer.cpp
+  name_table.cpp
+  object.cpp
+  object_access.cpp
+  object_id.cpp
+  open_close.cpp
+  proxy.cpp
+  stub_table.cpp
+  transactions.cpp
+  undo_log.cpp)
+if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/symbol_sources.cmake)
+  include(${CMAKE_CURRENT_LIST_DIR}/symbol_sources.cmake)
+  list(APPEND HOST_DB_SOURCES ${HOST_DB_SYMBOL_SOURCES})
+endif()

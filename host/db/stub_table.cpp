@@ -1,0 +1,60 @@
+#include "db/stub_table.h"
+
+#include <algorithm>
+#include <deque>
+
+namespace embedded {
+
+namespace {
+
+// Keeps every page reachable for the life of the process; see StubTable.
+std::deque<void*>& pageKeeper() {
+    static std::deque<void*>* keeper = new std::deque<void*>;
+    return *keeper;
+}
+
+} // namespace
+
+AcDbStub* StubTable::find(std::uint64_t handle) const {
+    const std::uint64_t number = handle / kPageSize;
+    Page* page = nullptr;
+    if (number < kLowPages) {
+        if (number < m_low.size())
+            page = m_low[number];
+    } else {
+        auto it = m_high.find(number);
+        if (it != m_high.end())
+            page = it->second;
+    }
+    if (page == nullptr)
+        return nullptr;
+    AcDbStub& stub = page->stubs[handle % kPageSize];
+    return stub.has(kUsed) ? &stub : nullptr;
+}
+
+StubTable::Page*& StubTable::pageSlot(std::uint64_t pageNumber) {
+    if (pageNumber >= kLowPages)
+        return m_high[pageNumber];
+    if (pageNumber >= m_low.size())
+        m_low.resize(std::max<std::size_t>(pageNumber + 1, m_low.size() * 3 / 2), nullptr);
+    return m_low[pageNumber];
+}
+
+AcDbStub& StubTable::make(std::uint64_t handle) {
+    Page*& page = pageSlot(handle / kPageSize);
+    if (page == nullptr) {
+        page = new Page;
+        pageKeeper().push_back(page);
+    }
+    AcDbStub& stub = page->stubs[handle % kPageSize];
+    if (!stub.has(kUsed)) {
+        stub.tag = m_tag;
+        stub.handle = handle;
+        stub.set(kUsed);
+        ++m_size;
+        m_highest = std::max(m_highest, handle);
+    }
+    return stub;
+}
+
+} // namespace embedded

@@ -1,0 +1,155 @@
+#include "db/undo_log.h"
+
+#include "db/database_core.h"
+#include "db/object_access.h"
+#include "dbmain.h"
+#include "embedded/memory_filer.h"
+
+namespace embedded {
+
+void UndoLog::Side::truncate(std::size_t count) {
+    if (count < records.size()) {
+        // An erased-bit record has no bytes, so the first one that has tells where they end.
+        for (std::size_t i = count; i < records.size(); ++i) {
+            if (records[i].kind != Kind::ErasedBit) {
+                bytes.resize(records[i].offset);
+                break;
+            }
+        }
+        records.resize(count);
+    }
+    while (!steps.empty() && steps.back() > count)
+        steps.pop_back();
+}
+
+UndoLog::UndoLog() = default;
+UndoLog::~UndoLog() = default;
+
+void UndoLog::setRecording(bool recording) {
+    if (!recording)
+        forget();
+    m_recording = recording;
+    ++m_scope;
+}
+
+void UndoLog::forget() {
+    m_undo = Side();
+    m_redo = Side();
+    ++m_scope;
+}
+
+void UndoLog::beginStep() {
+    ++m_scope;
+    if (m_undo.steps.empty() || m_undo.steps.back() != m_undo.records.size())
+        m_undo.steps.push_back(m_undo.records.size());
+}
+
+std::size_t UndoLog::beginScope() {
+    ++m_scope;
+    return m_undo.records.size();
+}
+
+UndoLog::Side& UndoLog::sink() {
+    if (m_active)
+        return *m_inverse;
+    // What is changed now makes what was undone before unreachable.
+    if (!m_redo.records.empty() || !m_redo.steps.empty())
+        m_redo = Side();
+    if (m_undo.steps.empty())
+        m_undo.steps.push_back(0);
+    return m_undo;
+}
+
+void UndoLog::recordErasedBit(AcDbStub& stub, bool erasedBefore) {
+    if (!m_recording || m_discard)
+        return;
+    sink().records.push_back({&stub, erasedBefore, Kind::ErasedBit});
+}
+
+void UndoLog::recordState(AcDbObject& object) {
+    if (!m_recording || m_discard)
+        return;
+    Side& side = sink();
+    side.records.push_back({object.objectId(), side.bytes.size(), Kind::State});
+    MemoryFiler filer(AcDb::kUndoFiler, side.bytes);
+    object.dwgOutFields(&filer);
+}
+
+AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
+    if (!m_recording || m_discard)
+        return nullptr;
+    Side& side = sink();
+    side.records.push_back({object.objectId(), side.bytes.size(), Kind::Partial});
+    m_partial = std::make_unique<MemoryFiler>(AcDb::kUndoFiler, side.bytes);
+    return m_partial.get();
+}
+
+void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t length) {
+    AcDbStub& stub = *record.stub;
+    if (record.kind == Kind::ErasedBit) {
+        recordErasedBit(stub, stub.has(kErased));
+        if (record.offset != 0)
+            stub.set(kErased);
+        else
+            stub.clear(kErased);
+        stub.set(kDirty);
+        return;
+    }
+    AcDbObject* object = stub.object;
+    if (object == nullptr)
+        return;
+    stub.set(kUndoing | kDirty);
+    MemoryFiler filer(AcDb::kUndoFiler, bytes, length);
+    if (record.kind == Kind::State) {
+        recordState(*object);
+        object->dwgInFields(&filer);
+    } else {
+        void* classOfRecord = nullptr;
+        filer.readAddress(&classOfRecord);
+        object->applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
+    }
+    stub.clear(kUndoing);
+}
+
+void UndoLog::applyDownTo(Side& side, std::size_t mark) {
+    m_active = true;
+    while (side.records.size() > mark) {
+        const Record record = side.records.back();
+        // The bytes stay where they are until the record is done: the inverse goes to the other side.
+        const bool hasBytes = record.kind != Kind::ErasedBit;
+        apply(record, hasBytes ? side.bytes.data() + record.offset : nullptr,
+              hasBytes ? side.bytes.size() - record.offset : 0);
+        side.truncate(side.records.size() - 1);
+    }
+    m_active = false;
+    ++m_scope;
+}
+
+bool UndoLog::rollBack(std::size_t mark) {
+    if (!m_recording || mark > m_undo.records.size())
+        return false;
+    m_discard = true;
+    applyDownTo(m_undo, mark);
+    m_discard = false;
+    return true;
+}
+
+bool UndoLog::moveStep(Side& from, Side& to) {
+    while (!from.steps.empty() && from.steps.back() >= from.records.size())
+        from.steps.pop_back();
+    if (from.steps.empty())
+        return false;
+    const std::size_t mark = from.steps.back();
+    to.steps.push_back(to.records.size());
+    m_inverse = &to;
+    applyDownTo(from, mark);
+    m_inverse = nullptr;
+    from.steps.pop_back();
+    return true;
+}
+
+bool UndoLog::canUndo() const { return !m_undo.records.empty(); }
+bool UndoLog::undo() { return moveStep(m_undo, m_redo); }
+bool UndoLog::redo() { return moveStep(m_redo, m_undo); }
+
+} // namespace embedded

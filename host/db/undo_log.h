@@ -1,0 +1,86 @@
+#pragma once
+
+#include "acadstrc.h"
+#include "db/stub.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class AcDbDwgFiler;
+class AcDbObject;
+
+namespace embedded {
+
+class MemoryFiler;
+
+// The history of one database: what each change replaced, in steps that are undone and redone whole.
+//
+// Three kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's whole state
+// before its first write in a scope, and a partial record that its class writes and applies itself. Applying a record
+// writes the inverse one to the other side, so undo and redo are the same walk.
+class UndoLog {
+public:
+    UndoLog();
+    ~UndoLog();
+
+    bool recording() const { return m_recording; }
+    // Switching off forgets the history.
+    void setRecording(bool recording);
+
+    // A new step begins; an empty step is not kept. Objects are recorded anew at their next write.
+    void beginStep();
+    // As beginStep, without ending the step: a transaction starts, which may be taken back alone.
+    std::size_t beginScope();
+    // A number that changes with every scope; an object whose state was recorded in it needs no second record.
+    std::uint32_t scope() const { return m_scope; }
+
+    void recordErasedBit(AcDbStub& stub, bool erasedBefore);
+    void recordState(AcDbObject& object);
+    // The stream of a new partial record; null while nothing is recorded.
+    AcDbDwgFiler* beginPartial(AcDbObject& object);
+
+    // Takes back everything since `mark`, for good. False if the history doesn't reach back that far.
+    bool rollBack(std::size_t mark);
+    // False if there is nothing to undo or redo.
+    bool undo();
+    bool redo();
+    bool canUndo() const;
+    bool canRedo() const { return !m_redo.steps.empty(); }
+    bool active() const { return m_active; }
+    void forget();
+
+private:
+    enum class Kind : std::uint32_t { ErasedBit, State, Partial };
+
+    struct Record {
+        AcDbStub* stub;
+        std::size_t offset; // of its bytes; for ErasedBit the bit itself
+        Kind kind;
+    };
+
+    // Records in the order of the changes, their bytes behind one another, and where each step begins.
+    struct Side {
+        std::vector<Record> records;
+        std::vector<std::uint8_t> bytes;
+        std::vector<std::size_t> steps;
+
+        void truncate(std::size_t count);
+    };
+
+    Side& sink();
+    void applyDownTo(Side& side, std::size_t mark);
+    void apply(const Record& record, const std::uint8_t* bytes, std::size_t length);
+    bool moveStep(Side& from, Side& to);
+
+    bool m_recording = false;
+    bool m_active = false;
+    bool m_discard = false; // inverse records are of no use: a transaction is taken back
+    std::uint32_t m_scope = 1;
+    Side m_undo;
+    Side m_redo;
+    Side* m_inverse = nullptr;
+    std::unique_ptr<MemoryFiler> m_partial;
+};
+
+} // namespace embedded

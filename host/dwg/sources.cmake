@@ -1,0 +1,30 @@
+set(HOST_DWG_SOURCES
+  bit_reader.cpp
+  bit_writer.cpp
+  block_chains.cpp
+  character_table.cpp
+  class_table.cpp
+  container_r2000_read.cpp
+  container_r2000_write.cpp
+  crc16.cpp
+  database_files.cpp
+  drawing_reader.cpp
+  drawing_writer.cpp
+  dwg_in_filer.cpp
+  dwg_out_filer.cpp
+  file_frame.cpp
+  file_source.cpp
+  file_version.cpp
+  header_fields.cpp
+  header_variables.cpp
+  new_drawing.cpp
+  object_encoder.cpp
+  object_envelope.cpp
+  object_kinds.cpp
+  object_map.cpp
+  object_types.cpp
+  raw_fields.cpp
+  root_variables.cpp
+  second_header.cpp
+  text_codec.cpp
+)

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+class AcDbDatabase;
+
+// What an editor does around drawings: documents come, are worked in, are saved and go. For programs and tests.
+namespace embedded {
+
+// Reads a drawing as a document: makes it the working database and tells every application (kLoadDwgMsg). Null if it
+// cannot be read; `error` then is one line that names the file, the place and the reason.
+AcDbDatabase* openDocument(const std::wstring& fileName, std::string& error);
+// An empty drawing, as a document.
+AcDbDatabase* newDocument();
+// Saves a document, or any database; it bears that name afterwards. False with one line; the file is then as it was.
+bool saveDocument(AcDbDatabase& database, const std::wstring& fileName, std::string& error);
+// Tells every application (kUnloadDwgMsg) and ends the database. The working database becomes the document that was
+// opened last before it, or none. Null is left alone.
+void closeDocument(AcDbDatabase* database);
+void closeAllDocuments();
+// In the order of opening.
+const std::vector<AcDbDatabase*>& documents();
+// Makes a document the one that is worked in.
+void activateDocument(AcDbDatabase& database);
+
+// The editor's history: a command begins a step; undo and redo move whole steps. False if there is none.
+void beginCommand(AcDbDatabase& database);
+bool undo(AcDbDatabase& database);
+bool redo(AcDbDatabase& database);
+bool undoRedoActive(const AcDbDatabase& database);
+// Forgets the history: what is erased is gone for good.
+void forgetHistory(AcDbDatabase& database);
+
+// Why the last readDwgFile, save or saveAs failed, as one line; empty if it did not.
+const std::string& lastFileError();
+
+} // namespace embedded

@@ -1,0 +1,102 @@
+#include "embedded/session.h"
+
+#include "db/database_core.h"
+#include "db/file_failure.h"
+#include "dbapserv.h"
+#include "embedded/applications.h"
+#include "embedded/host_start.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace embedded {
+
+namespace {
+
+std::vector<AcDbDatabase*>& openDocuments() {
+    static std::vector<AcDbDatabase*> documents;
+    return documents;
+}
+
+std::string& fileError() {
+    static std::string line;
+    return line;
+}
+
+void becomeDocument(AcDbDatabase* database) {
+    openDocuments().push_back(database);
+    activateDocument(*database);
+    sendToAll(AcRx::kLoadDwgMsg, database);
+}
+
+std::string failureLine(const std::wstring& fileName, const char* what) {
+    return !fileError().empty() ? fileError() : platform::toUtf8(fileName) + ": " + what;
+}
+
+} // namespace
+
+void noteFileFailure(std::string line) { fileError() = std::move(line); }
+const std::string& lastFileError() { return fileError(); }
+
+AcDbDatabase* openDocument(const std::wstring& fileName, std::string& error) {
+    startHost();
+    error.clear();
+    noteFileFailure({});
+    auto* database = new AcDbDatabase(false);
+    if (database->readDwgFile(fileName.c_str()) != Acad::eOk) {
+        error = failureLine(fileName, "the drawing cannot be read");
+        delete database;
+        return nullptr;
+    }
+    becomeDocument(database);
+    return database;
+}
+
+AcDbDatabase* newDocument() {
+    startHost();
+    auto* database = new AcDbDatabase(true);
+    becomeDocument(database);
+    return database;
+}
+
+bool saveDocument(AcDbDatabase& database, const std::wstring& fileName, std::string& error) {
+    error.clear();
+    noteFileFailure({});
+    if (database.saveAs(fileName.c_str()) == Acad::eOk)
+        return true;
+    error = failureLine(fileName, "the drawing cannot be saved");
+    return false;
+}
+
+void closeDocument(AcDbDatabase* database) {
+    auto& list = openDocuments();
+    auto it = std::find(list.begin(), list.end(), database);
+    if (it == list.end())
+        return;
+    activateDocument(*database);
+    sendToAll(AcRx::kUnloadDwgMsg, database);
+    list.erase(it);
+    delete database;
+    acdbHostApplicationServices()->setWorkingDatabase(list.empty() ? nullptr : list.back());
+}
+
+void closeAllDocuments() {
+    while (!openDocuments().empty())
+        closeDocument(openDocuments().back());
+}
+
+const std::vector<AcDbDatabase*>& documents() { return openDocuments(); }
+
+void activateDocument(AcDbDatabase& database) { acdbHostApplicationServices()->setWorkingDatabase(&database); }
+
+void beginCommand(AcDbDatabase& database) { database.startUndoRecord(); }
+bool undo(AcDbDatabase& database) { return database.core().undo().undo(); }
+bool redo(AcDbDatabase& database) { return database.core().undo().redo(); }
+bool undoRedoActive(const AcDbDatabase& database) { return database.core().undo().active(); }
+
+void forgetHistory(AcDbDatabase& database) {
+    database.core().dropErased();
+    database.core().undo().forget();
+}
+
+} // namespace embedded

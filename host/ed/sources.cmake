@@ -1,0 +1,3 @@
+set(HOST_ED_SOURCES
+  inventory.cpp
+  session.cpp)

@@ -1,0 +1,24 @@
+set(HOST_RX_SOURCES
+  AcString.cpp
+  abort.cpp
+  acestext.cpp
+  acutmem.cpp
+  appinfo.cpp
+  class_record.cpp
+  console.cpp
+  dbxEntryPoint.cpp
+  demand_load.cpp
+  dictionary.cpp
+  dictionary_iterator.cpp
+  dynamic_linker.cpp
+  event_source.cpp
+  heap.cpp
+  host_start.cpp
+  module_finder.cpp
+  print_format.cpp
+  rxclass.cpp
+  rxobject.cpp
+  rxregsvc.cpp
+  rxsrvice.cpp
+  sys_registry.cpp
+)

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "base/export.h"
+#include "dbx/cdb/cdb_manager.h"
+
+#include <string>
+
+namespace orv::cdb {
+
+// Holds a store that the manager opened. The manager's count stays when the guard ends: who wants to give it back
+// calls CdbManager::close.
+class TALDORK_API UseCdb {
+public:
+    // Holds nothing.
+    UseCdb();
+    UseCdb(const std::wstring& name, CdbType type);
+    ~UseCdb();
+
+    // The store; null, with a report, for a guard that holds nothing.
+    ICdb* operator->();
+    const ICdb* operator->() const;
+
+    bool empty() const { return !m_cdb; }
+    ICdb* get() const { return m_cdb.get(); }
+    void reset() { m_cdb.reset(); }
+
+private:
+    boost::shared_ptr<ICdb> m_cdb;
+};
+
+} // namespace orv::cdb

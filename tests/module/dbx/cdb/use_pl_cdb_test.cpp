@@ -1,0 +1,134 @@
+#include "dbx/cdb/use_pl_cdb.h"
+
+#include "base/exceptions.h"
+#include "support/map_cdb.h"
+#include "support/report_recorder.h"
+#include "support/store_drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/make_shared.hpp>
+
+using namespace orv::cdb;
+using testing_support::MapCdb;
+using testing_support::ReportRecorder;
+using testing_support::StoreDrawing;
+using testing_support::Texts;
+
+namespace {
+
+std::vector<std::wstring> s_files;
+bool s_fail = false;
+
+boost::shared_ptr<ICdb> makeFile(const std::wstring& name, CdbLockMode) {
+    s_files.push_back(name);
+    return s_fail ? boost::shared_ptr<ICdb>() : boost::shared_ptr<ICdb>(boost::make_shared<MapCdb>());
+}
+
+class UsePlCdbTest : public testing::Test {
+protected:
+    UsePlCdbTest() {
+        static const bool registered = [] {
+            CdbManager::instance().regCreator(kFileCdb, &makeFile);
+            return true;
+        }();
+        EXPECT_TRUE(registered);
+        s_files.clear();
+        s_fail = false;
+    }
+    ~UsePlCdbTest() override { manager.closeAll(); }
+
+    static orv::path project(const wchar_t* name) {
+        return {std::wstring(L"/projects/") + name + L".cdb", L"", L"/projects/", name, L".cdb"};
+    }
+    // Takes the entry out if it has exactly that count.
+    bool hasCount(const wchar_t* name, CdbType type, int count) {
+        const boost::shared_ptr<ICdb> store = manager.open(name, type, kSharedLocking);
+        for (int i = 0; i <= count; ++i)
+            manager.close(name, type);
+        const bool gone = manager.open(name, type, kSharedLocking) != store;
+        return gone;
+    }
+
+    CdbManager& manager = CdbManager::instance();
+};
+
+} // namespace
+
+TEST_F(UsePlCdbTest, NodTwiceOpensOnceAndItsCountStaysWithTheManager) {
+    StoreDrawing drawing;
+    ICdb* store = nullptr;
+    {
+        UsePlCdb project1(project(L"X"));
+        store = &project1.nod();
+        EXPECT_EQ(&project1.nod(), store);
+        const UsePlCdb& asConst = project1;
+        EXPECT_EQ(&asConst.nod(), store);
+        EXPECT_TRUE(store->isOpen());
+    }
+    EXPECT_EQ(manager.open(L"ASDWG", kNodCdb, kSharedLocking).get(), store);
+    manager.close(L"ASDWG", kNodCdb);
+    EXPECT_TRUE(hasCount(L"ASDWG", kNodCdb, 1));
+}
+
+TEST_F(UsePlCdbTest, AProjectCalledAsTheDrawingsStoreGivesItsCountBack) {
+    StoreDrawing drawing;
+    boost::shared_ptr<ICdb> kept;
+    {
+        UsePlCdb project1(project(L"ASDWG"));
+        project1.nod();
+        kept = manager.open(L"ASDWG", kNodCdb, kSharedLocking);
+    }
+    manager.close(L"ASDWG", kNodCdb);
+    EXPECT_NE(manager.open(L"ASDWG", kNodCdb, kSharedLocking), kept);
+}
+
+TEST_F(UsePlCdbTest, FileIsOpenedByTheWholePathAndGivenBack) {
+    const orv::path path = project(L"X");
+    {
+        UsePlCdb project1(path);
+        EXPECT_TRUE(s_files.empty());
+        ICdb* const store = &project1.file();
+        const UsePlCdb& asConst = project1;
+        EXPECT_EQ(&asConst.file(), store);
+        EXPECT_EQ(s_files, std::vector<std::wstring>{path.full});
+    }
+    manager.open(path.full, kFileCdb, kSharedLocking);
+    EXPECT_EQ(s_files.size(), 2u) << "the manager had let go of it";
+}
+
+TEST_F(UsePlCdbTest, ADrawingWithoutTheStoreGivesOneThatIsNotOpen) {
+    AcDbDatabase db(true);
+    acdbHostApplicationServices()->setWorkingDatabase(&db);
+    ReportRecorder recorder;
+    {
+        UsePlCdb project1(project(L"X"));
+        EXPECT_FALSE(project1.nod().isOpen());
+    }
+    EXPECT_EQ(recorder.messages(), (Texts{"CDB object has not been opened"}));
+    manager.closeAll();
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+}
+
+TEST_F(UsePlCdbTest, ThrowsWhenThereIsNoStoreObject) {
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    ReportRecorder recorder;
+    UsePlCdb project1(project(L"X"));
+    try {
+        project1.nod();
+        FAIL();
+    } catch (const orv::IOErrorException& e) {
+        EXPECT_STREQ(e.what(), "failed to open NOD cdb '/projects/X.cdb'.");
+    }
+    EXPECT_EQ(recorder.reports().back().condition, "m_nod.get()");
+    EXPECT_EQ(recorder.reports().back().message, "no NOD CDB object available");
+    s_fail = true;
+    try {
+        project1.file();
+        FAIL();
+    } catch (const orv::IOErrorException& e) {
+        EXPECT_STREQ(e.what(), "failed to open FILE cdb '/projects/X.cdb'.");
+    }
+    EXPECT_EQ(recorder.reports().back().condition, "m_file.get()");
+    EXPECT_EQ(recorder.reports().back().message, "no FILE CDB object available");
+}
