@@ -2,6 +2,7 @@
 
 #include "cli/arx/store.h"
 #include "cli/common/failure.h"
+#include "cli/common/terminal.h"
 
 #include "arx/dictionary_utils.h"
 #include "dbdict.h"
@@ -20,14 +21,17 @@ constexpr char reservedMark = '$';
 /// Groups with their keys and records counted.
 std::vector<GroupSummary> countGroups(const orv::cdb::NodCdb& cdb, AcDbDatabase& database) {
     std::vector<GroupSummary> groups;
+    Progress progress("counting keys");
     for (const int kwh : groupsOf(cdb, database)) {
         GroupSummary group;
         group.kwh = kwh;
         std::set<int> keys;
         cdb.getKeysForKwh(kwh, keys);
         group.keys = keys.size();
-        for (const int kwl : keys)
+        for (const int kwl : keys) {
             group.records += recordSizes(cdb, kwh, kwl).size();
+            progress.step();
+        }
         groups.push_back(group);
     }
     return groups;

@@ -62,7 +62,8 @@ int Program::run(int argc, char** argv) {
         printError("standard output: cannot be written");
         code = exitFailed;
     }
-    printReportCount();
+    if (code == exitDone)
+        printReportCount();
     if (m_module != nullptr)
         m_module->setReportSink({});
     embedded::closeAllDocuments();
@@ -86,7 +87,8 @@ void Program::describe() {
 
     for (const CommandGroup& group : commandGroups) {
         CLI::App* app = m_app.add_subcommand(group.name, group.description);
-        // Without the module the words behind a group are taken as they come, to be refused with the true reason.
+        // Without the module the words behind a group are taken as they come, to be refused with the true
+        // reason.
         if (m_module != nullptr)
             app->require_subcommand(1);
         else
@@ -132,6 +134,7 @@ void Program::takeReport(const std::string& line) {
         printError(line);
 }
 
+/// A call that failed has its one line already.
 void Program::printReportCount() const {
     if (m_reports != 0 && !m_verbose)
         printError(std::to_string(m_reports) + (m_reports == 1 ? " expectation" : " expectations") +

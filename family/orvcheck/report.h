@@ -11,8 +11,8 @@ enum class Severity { kDebug = 1, kWarning = 2, kError = 3 };
 // What a report gets when its site names no severity.
 constexpr Severity kDefaultSeverity = Severity::kDebug;
 
-// A value that was of interest at the place of the failure. Both texts are UTF-8 if they came in as wide text, and the
-// very bytes that came in otherwise.
+// A value that was of interest at the place of the failure. Both texts are UTF-8 if they came in as wide
+// text, and the very bytes that came in otherwise.
 struct NamedValue {
     std::string name;
     std::string value;

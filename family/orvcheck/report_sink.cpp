@@ -9,9 +9,12 @@ namespace {
 
 const char* nameOf(Severity severity) {
     switch (severity) {
-    case Severity::kDebug: return "debug";
-    case Severity::kWarning: return "warning";
-    case Severity::kError: return "error";
+    case Severity::kDebug:
+        return "debug";
+    case Severity::kWarning:
+        return "warning";
+    case Severity::kError:
+        return "error";
     }
     return "unknown";
 }

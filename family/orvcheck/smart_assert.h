@@ -6,8 +6,8 @@
 
 namespace orv::smartassert {
 
-// One report of a broken expectation: opened with the text of the condition, filled, and handed to the sink exactly
-// once, at the first severity call or at the latest when the object ends.
+// One report of a broken expectation: opened with the text of the condition, filled, and handed to the sink
+// exactly once, at the first severity call or at the latest when the object ends.
 class ORVCHECK_API SmartAssert {
 public:
     explicit SmartAssert(const std::string& condition);

@@ -40,7 +40,9 @@ ORV_COStream& ORV_COStream::operator<<(int number) {
     return *this;
 }
 
-ORV_COStream& ORV_COStream::operator<<(ORV_COStream& (*manipulator)(ORV_COStream&)) { return manipulator(*this); }
+ORV_COStream& ORV_COStream::operator<<(ORV_COStream& (*manipulator)(ORV_COStream&)) {
+    return manipulator(*this);
+}
 
 void ORV_COStream::endLine() {
     // Emptied before it is handed on, so that a sink that throws or streams itself finds a fresh line.

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-// The stream for lines that the user has to see. Texts and numbers are gathered until `endl`, which hands the whole
-// line to the sink.
+// The stream for lines that the user has to see. Texts and numbers are gathered until `endl`, which hands the
+// whole line to the sink.
 class ORVCORE_API ORV_COStream {
 public:
     // Gets each line without its end.

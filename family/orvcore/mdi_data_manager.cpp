@@ -37,7 +37,8 @@ void ORV_CMDIDataManager::detach(ORV_CDocDataBase* data) {
 
 void ORV_CMDIDataManager::tellEnd(AcDbDatabase* db) {
     ++m_telling;
-    const std::size_t count = m_attached.size(); // what is attached during the walk has nothing of this drawing yet
+    const std::size_t count =
+        m_attached.size(); // what is attached during the walk has nothing of this drawing yet
     for (std::size_t i = 0; i < count; ++i)
         if (m_attached[i] != nullptr)
             m_attached[i]->onDatabaseToBeDestroyed(db);

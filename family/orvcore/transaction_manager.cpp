@@ -6,8 +6,8 @@
 
 namespace {
 
-// The outermost managers, one for each database in use, the youngest first. There are hardly ever more than two, so a
-// walk is the fastest way to find out whether a manager is a nested one.
+// The outermost managers, one for each database in use, the youngest first. There are hardly ever more than
+// two, so a walk is the fastest way to find out whether a manager is a nested one.
 ORV_CDBTransactionManager* s_outermost = nullptr;
 
 } // namespace
@@ -32,7 +32,8 @@ ORV_CDBTransactionManager::ORV_CDBTransactionManager(AcDbDatabase* db, bool ownT
 
 ORV_CDBTransactionManager::~ORV_CDBTransactionManager() {
     if (m_outermost) {
-        // Taken out first: what the host calls while it closes the objects must not join a transaction that ends.
+        // Taken out first: what the host calls while it closes the objects must not join a transaction that
+        // ends.
         ORV_CDBTransactionManager** link = &s_outermost;
         while (*link != this)
             link = &(*link)->m_next;
@@ -42,8 +43,9 @@ ORV_CDBTransactionManager::~ORV_CDBTransactionManager() {
         m_manager->endTransaction();
 }
 
-Acad::ErrorStatus ORV_CDBTransactionManager::getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
-                                                       bool openErased, bool acceptProxies) {
+Acad::ErrorStatus ORV_CDBTransactionManager::getObject(AcDbObject*& object, AcDbObjectId id,
+                                                       AcDb::OpenMode mode, bool openErased,
+                                                       bool acceptProxies) {
     object = nullptr;
     if (m_manager == nullptr)
         return Acad::eNoDatabase;

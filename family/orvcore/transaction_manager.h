@@ -8,13 +8,13 @@ class AcDbDatabase;
 class AcDbObject;
 class AcDbTransactionManager;
 
-// A transaction on a database for the life of a stack object. Managers on the same database nest: the outermost one
-// starts the host's transaction and ends it, those within only join it. Whatever one of them opened stays usable until
-// the outermost ends, and is not to be closed.
+// A transaction on a database for the life of a stack object. Managers on the same database nest: the
+// outermost one starts the host's transaction and ends it, those within only join it. Whatever one of them
+// opened stays usable until the outermost ends, and is not to be closed.
 class ORVCORE_API ORV_CDBTransactionManager {
 public:
-    // A null `db` means the working database. With `ownTransaction` the manager starts a transaction of the host's
-    // own inside a running one too.
+    // A null `db` means the working database. With `ownTransaction` the manager starts a transaction of the
+    // host's own inside a running one too.
     ORV_CDBTransactionManager(AcDbDatabase* db, bool ownTransaction);
     // Ends what it started.
     ~ORV_CDBTransactionManager();
@@ -22,10 +22,10 @@ public:
     ORV_CDBTransactionManager(const ORV_CDBTransactionManager&) = delete;
     ORV_CDBTransactionManager& operator=(const ORV_CDBTransactionManager&) = delete;
 
-    // Opens an object. Without `openErased` an erased one is refused; without `acceptProxies` one that stands for an
-    // object of a missing class is refused with eWrongObjectType. eNoDatabase if there is no database; otherwise the
-    // host's statuses, of which the one of value 81 says that the object is gone for good. `object` is null in all
-    // cases but eOk.
+    // Opens an object. Without `openErased` an erased one is refused; without `acceptProxies` one that stands
+    // for an object of a missing class is refused with eWrongObjectType. eNoDatabase if there is no database;
+    // otherwise the host's statuses, of which the one of value 81 says that the object is gone for good.
+    // `object` is null in all cases but eOk.
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased,
                                 bool acceptProxies);
 

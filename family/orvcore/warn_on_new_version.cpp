@@ -9,9 +9,9 @@
 namespace {
 
 void printOnConsole(const ORV_NewVersionWarning& warning) {
-    const std::wstring text = L"\n" + std::wstring(warning.name.GetString()) +
-                              L": the data are of version " + std::to_wstring(warning.version) +
-                              L", which is newer than " + std::to_wstring(warning.current) +
+    const std::wstring text = L"\n" + std::wstring(warning.name.GetString()) + L": the data are of version " +
+                              std::to_wstring(warning.version) + L", which is newer than " +
+                              std::to_wstring(warning.current) +
                               L". A newer release is needed to read all of them.\n";
     acutPrintf(L"%ls", text.c_str());
 }

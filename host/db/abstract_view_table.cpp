@@ -145,7 +145,8 @@ bool AcDbAbstractViewTableRecord::frontClipAtEye() const {
 
 void AcDbAbstractViewTableRecord::setFrontClipAtEye(bool atEye) { setMode(kFrontClipNotAtEye, !atEye); }
 
-void AcDbAbstractViewTableRecord::getUcs(AcGePoint3d& origin, AcGeVector3d& xAxis, AcGeVector3d& yAxis) const {
+void AcDbAbstractViewTableRecord::getUcs(AcGePoint3d& origin, AcGeVector3d& xAxis,
+                                         AcGeVector3d& yAxis) const {
     assertReadEnabled();
     origin = m_ucs.origin;
     xAxis = m_ucs.xAxis;

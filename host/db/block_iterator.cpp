@@ -3,8 +3,8 @@
 
 using namespace embedded;
 
-AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& block, bool atBeginning,
-                                                           bool skipDeleted)
+AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& block,
+                                                           bool atBeginning, bool skipDeleted)
     : m_block(block), m_list(BlockAccess::entities(block)) {
     start(atBeginning, skipDeleted);
 }

@@ -15,7 +15,8 @@ AcDbBlockTable::AcDbBlockTable() = default;
 namespace {
 
 bool asksForNumber(const AcString& name) {
-    return name.length() == 2 && name.getAt(0) == L'*' && std::iswalpha(static_cast<std::wint_t>(name.getAt(1)));
+    return name.length() == 2 && name.getAt(0) == L'*' &&
+           std::iswalpha(static_cast<std::wint_t>(name.getAt(1)));
 }
 
 } // namespace

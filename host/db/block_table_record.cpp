@@ -16,8 +16,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
     return appendAcDbEntity(id, entity);
 }
 
-// Nothing is recorded for undo but that the entity is new: taken back, it stays in the list, erased. So a thousand
-// additions cost as much each as one.
+// Nothing is recorded for undo but that the entity is new: taken back, it stays in the list, erased. So a
+// thousand additions cost as much each as one.
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
     id.setNull();
     if (entity == nullptr)
@@ -165,7 +165,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::subErase(Adesk::Boolean erasing) {
 
 namespace {
 
-template <class Fields, class Stream> void fileBody(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileBody(Fields& f, Stream& s) {
     s.flag(f.anonymous);
     s.flag(f.hasAttributeDefinitions);
     s.flag(f.externalReference);
@@ -175,7 +176,8 @@ template <class Fields, class Stream> void fileBody(Fields& f, Stream& s) {
     s.text(f.pathName);
 }
 
-template <class Fields, class Stream> void fileIds(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileIds(Fields& f, Stream& s) {
     s.hardOwner(f.begin);
     // The entities of an external reference are in its own file.
     if (!f.externalReference && !f.overlay) {
@@ -190,8 +192,8 @@ template <class Fields, class Stream> void fileIds(Fields& f, Stream& s) {
 
 } // namespace
 
-// The references to the block are counted by a byte of 1 for each, ended by 0. Entities are filed by none but the
-// first and the last; to the history by none, since the list only ever grows.
+// The references to the block are counted by a byte of 1 for each, ended by 0. Entities are filed by none but
+// the first and the last; to the history by none, since the list only ever grows.
 Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
     return writeFields(filer, AcDbSymbolTableRecord::dwgOutFields(filer), [this](FieldWriter& out) {
         Fields fields = m_fields;

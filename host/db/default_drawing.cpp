@@ -65,7 +65,8 @@ public:
     void viewport();
 
 private:
-    template <class Table> AcDbObjectId table(std::uint64_t handle) {
+    template <class Table>
+    AcDbObjectId table(std::uint64_t handle) {
         auto* made = new Table;
         const AcDbObjectId id = m_core.addWithHandle(made, handle);
         made->close();
@@ -74,8 +75,8 @@ private:
 
     // Puts a record into a table under its name, lets `fill` set the rest, and closes it.
     template <class Table, class Record, class Fill>
-    AcDbObjectId record(AcDbObjectId tableId, Record* made, const ACHAR* name, std::uint64_t handle, Fill fill,
-                        bool leading = false) {
+    AcDbObjectId record(AcDbObjectId tableId, Record* made, const ACHAR* name, std::uint64_t handle,
+                        Fill fill, bool leading = false) {
         Table* owner = nullptr;
         if (acdbOpenObject(owner, tableId, AcDb::kForWrite) != Acad::eOk)
             return AcDbObjectId();
@@ -140,11 +141,11 @@ void Builder::styles() {
                                        r.setFileName(ACRX_T("txt"));
                                        r.setPriorSize(0.2);
                                    });
-    m_roots.dimStyleStandard =
-        record<AcDbDimStyleTable>(m_roots.dimStyleTable, new AcDbDimStyleTableRecord, ACRX_T("Standard"),
-                                  kDimStyleStandard,
-                                  [this](AcDbDimStyleTableRecord& r) { r.setDimtxsty(m_roots.textStyleStandard); });
-    record<AcDbRegAppTable>(m_roots.regAppTable, new AcDbRegAppTableRecord, ACRX_T("ACAD"), kRegAppAcad, asItIs);
+    m_roots.dimStyleStandard = record<AcDbDimStyleTable>(
+        m_roots.dimStyleTable, new AcDbDimStyleTableRecord, ACRX_T("Standard"), kDimStyleStandard,
+        [this](AcDbDimStyleTableRecord& r) { r.setDimtxsty(m_roots.textStyleStandard); });
+    record<AcDbRegAppTable>(m_roots.regAppTable, new AcDbRegAppTableRecord, ACRX_T("ACAD"), kRegAppAcad,
+                            asItIs);
 }
 
 void Builder::dictionaries() {
@@ -153,9 +154,11 @@ void Builder::dictionaries() {
     m_roots.layouts = entry(named, ACRX_T("ACAD_LAYOUT"), new AcDbDictionary, kLayouts);
     m_roots.mlineStyles = entry(named, ACRX_T("ACAD_MLINESTYLE"), new AcDbDictionary, kMlineStyles);
     m_roots.plotSettings = entry(named, ACRX_T("ACAD_PLOTSETTINGS"), new AcDbDictionary, kPlotSettings);
-    m_roots.plotStyles = entry(named, ACRX_T("ACAD_PLOTSTYLENAME"), new AcDbDictionaryWithDefault, kPlotStyles);
+    m_roots.plotStyles =
+        entry(named, ACRX_T("ACAD_PLOTSTYLENAME"), new AcDbDictionaryWithDefault, kPlotStyles);
 
-    const AcDbObjectId normal = entry(m_roots.plotStyles, ACRX_T("Normal"), new AcDbPlaceHolder, kNormalPlotStyle);
+    const AcDbObjectId normal =
+        entry(m_roots.plotStyles, ACRX_T("Normal"), new AcDbPlaceHolder, kNormalPlotStyle);
     AcDbDictionaryWithDefault* plotStyles = nullptr;
     if (acdbOpenObject(plotStyles, m_roots.plotStyles, AcDb::kForWrite) == Acad::eOk) {
         plotStyles->setDefaultId(normal);
@@ -171,8 +174,8 @@ void Builder::dictionaries() {
 }
 
 void Builder::layers() {
-    m_roots.layerZero = record<AcDbLayerTable>(m_roots.layerTable, new AcDbLayerTableRecord, ACRX_T("0"), kLayerZero,
-                                               [this](AcDbLayerTableRecord& r) {
+    m_roots.layerZero = record<AcDbLayerTable>(m_roots.layerTable, new AcDbLayerTableRecord, ACRX_T("0"),
+                                               kLayerZero, [this](AcDbLayerTableRecord& r) {
                                                    r.setLinetypeObjectId(m_roots.continuousLinetype);
                                                    r.setPlotStyleName(m_core.idOf(kNormalPlotStyle));
                                                });
@@ -211,8 +214,8 @@ void Builder::layouts() {
 }
 
 void Builder::viewport() {
-    record<AcDbViewportTable>(m_roots.viewportTable, new AcDbViewportTableRecord, ACRX_T("*Active"), kActiveViewport,
-                              [](AcDbViewportTableRecord& r) {
+    record<AcDbViewportTable>(m_roots.viewportTable, new AcDbViewportTableRecord, ACRX_T("*Active"),
+                              kActiveViewport, [](AcDbViewportTableRecord& r) {
                                   r.setHeight(9.0);
                                   r.setWidth(12.0);
                                   r.setCenterPoint(AcGePoint2d(6.0, 4.5));

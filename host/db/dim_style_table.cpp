@@ -7,7 +7,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
 #define DIM_REAL(name, Name, initial) s.real(f.name);
 #define DIM_FLAG(name, Name, initial) s.flag(f.name);
 #define DIM_INT16(name, Name, initial) s.int16(f.name);
@@ -23,20 +24,20 @@ template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
 AcDbDimStyleTableRecord::AcDbDimStyleTableRecord() = default;
 AcDbDimStyleTable::AcDbDimStyleTable() = default;
 
-#define DIM_ACCESS(type, name, Name, read, write)                                                                \
-    type AcDbDimStyleTableRecord::name() const {                                                                 \
-        assertReadEnabled();                                                                                     \
-        return read;                                                                                             \
-    }                                                                                                            \
-    Acad::ErrorStatus AcDbDimStyleTableRecord::set##Name(type value) {                                           \
-        assertWriteEnabled();                                                                                    \
-        m_fields.name = write;                                                                                   \
-        return Acad::eOk;                                                                                        \
+#define DIM_ACCESS(type, name, Name, read, write)                                                            \
+    type AcDbDimStyleTableRecord::name() const {                                                             \
+        assertReadEnabled();                                                                                 \
+        return read;                                                                                         \
+    }                                                                                                        \
+    Acad::ErrorStatus AcDbDimStyleTableRecord::set##Name(type value) {                                       \
+        assertWriteEnabled();                                                                                \
+        m_fields.name = write;                                                                               \
+        return Acad::eOk;                                                                                    \
     }
 #define DIM_PLAIN(type, name, Name) DIM_ACCESS(type, name, Name, m_fields.name, value)
 #define DIM_REAL(name, Name, initial) DIM_PLAIN(double, name, Name)
 #define DIM_FLAG(name, Name, initial) DIM_PLAIN(bool, name, Name)
-#define DIM_INT16(name, Name, initial)                                                                           \
+#define DIM_INT16(name, Name, initial)                                                                       \
     DIM_ACCESS(int, name, Name, static_cast<Adesk::Int16>(m_fields.name), static_cast<Adesk::UInt16>(value))
 #define DIM_COLOUR(name, Name, initial) DIM_PLAIN(Adesk::UInt16, name, Name)
 #define DIM_TEXT(name, Name) DIM_ACCESS(const ACHAR*, name, Name, m_fields.name.kACharPtr(), value)

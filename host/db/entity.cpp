@@ -1,53 +1,25 @@
 #include "dbmain.h"
 
 #include "db/database_core.h"
+#include "db/line_weight.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
 #include "rxclass.h"
-
-#include <algorithm>
-#include <array>
 
 using namespace embedded;
 
 AcDbEntity::AcDbEntity() = default;
 AcDbEntity::~AcDbEntity() = default;
 
-namespace {
-
-// The weights in the order of their codes in the drawing file; codes from 29 on are the three that are no width.
-constexpr std::array<AcDb::LineWeight, 24> kWeights = {
-    AcDb::kLnWt000, AcDb::kLnWt005, AcDb::kLnWt009, AcDb::kLnWt013, AcDb::kLnWt015, AcDb::kLnWt018,
-    AcDb::kLnWt020, AcDb::kLnWt025, AcDb::kLnWt030, AcDb::kLnWt035, AcDb::kLnWt040, AcDb::kLnWt050,
-    AcDb::kLnWt053, AcDb::kLnWt060, AcDb::kLnWt070, AcDb::kLnWt080, AcDb::kLnWt090, AcDb::kLnWt100,
-    AcDb::kLnWt106, AcDb::kLnWt120, AcDb::kLnWt140, AcDb::kLnWt158, AcDb::kLnWt200, AcDb::kLnWt211};
-constexpr Adesk::UInt8 kCodeByLayer = 29;
-constexpr Adesk::UInt8 kCodeByBlock = 30;
-constexpr Adesk::UInt8 kCodeDefault = 31;
-
-} // namespace
-
 AcDb::LineWeight AcDbEntity::lineWeight() const {
     assertReadEnabled();
-    if (mLineWeightCode < kWeights.size())
-        return kWeights[mLineWeightCode];
-    if (mLineWeightCode == kCodeByBlock)
-        return AcDb::kLnWtByBlock;
-    return mLineWeightCode == kCodeDefault ? AcDb::kLnWtByLwDefault : AcDb::kLnWtByLayer;
+    return lineWeightOfCode(mLineWeightCode);
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, Adesk::Boolean) {
-    Adesk::UInt8 code = kCodeByLayer;
-    if (weight == AcDb::kLnWtByBlock) {
-        code = kCodeByBlock;
-    } else if (weight == AcDb::kLnWtByLwDefault) {
-        code = kCodeDefault;
-    } else if (weight != AcDb::kLnWtByLayer) {
-        auto it = std::find(kWeights.begin(), kWeights.end(), weight);
-        if (it == kWeights.end())
-            return Acad::eInvalidInput;
-        code = static_cast<Adesk::UInt8>(it - kWeights.begin());
-    }
+    Adesk::UInt8 code = kWeightByLayer;
+    if (!codeOfLineWeight(weight, code))
+        return Acad::eInvalidInput;
     assertWriteEnabled();
     mLineWeightCode = code;
     return Acad::eOk;
@@ -120,7 +92,7 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* db) {
     mLinetype.setNull();
     mLinetypeBits = 0;
     mColour = 256;
-    mLineWeightCode = kCodeByLayer;
+    mLineWeightCode = kWeightByLayer;
     mLinetypeScale = 1.0;
     mInvisible = 0;
 }

@@ -42,7 +42,8 @@ EntityList& BlockAccess::entities(const AcDbBlockTableRecord& block) {
         const DatabaseCore* core = coreOf(block.objectId());
         std::vector<AcDbStub*> stubs;
         if (core != nullptr && core->source != nullptr)
-            for (const AcDbObjectId& id : core->source->entitiesOf(block.m_fields.firstEntity, block.m_fields.lastEntity))
+            for (const AcDbObjectId& id :
+                 core->source->entitiesOf(block.m_fields.firstEntity, block.m_fields.lastEntity))
                 stubs.push_back(id);
         list.setRead(std::move(stubs));
     }

@@ -7,8 +7,8 @@
 
 namespace embedded {
 
-// The entities of one block in their order. An entity is never taken out: undoing its addition, like erasing, leaves
-// it here erased, and what is erased is passed over.
+// The entities of one block in their order. An entity is never taken out: undoing its addition, like erasing,
+// leaves it here erased, and what is erased is passed over.
 class EntityList {
 public:
     // What stands in the drawing that was read, where each entity names its neighbours.
@@ -40,7 +40,8 @@ struct BlockAccess {
     static AcDbObjectId begin(const AcDbBlockTableRecord& block) { return block.m_fields.begin; }
     static AcDbObjectId end(const AcDbBlockTableRecord& block) { return block.m_fields.end; }
     // Makes the framing entities of a fresh block; handle 0 is the next free one.
-    static void frame(AcDbBlockTableRecord& block, std::uint64_t beginHandle = 0, std::uint64_t endHandle = 0);
+    static void frame(AcDbBlockTableRecord& block, std::uint64_t beginHandle = 0,
+                      std::uint64_t endHandle = 0);
     static void setAnonymous(AcDbBlockTableRecord& block) { block.m_fields.anonymous = true; }
 };
 

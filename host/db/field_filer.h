@@ -6,8 +6,8 @@
 
 namespace embedded {
 
-// What the drawing file's own kinds of object hold beyond what AcDbDwgFiler can file. Reads give zero once the stream
-// has failed; the failure stands in the filer's status.
+// What the drawing file's own kinds of object hold beyond what AcDbDwgFiler can file. Reads give zero once
+// the stream has failed; the failure stands in the filer's status.
 class FieldFiler {
 public:
     virtual ~FieldFiler() = default;
@@ -28,7 +28,8 @@ public:
     // CMC: a colour index.
     virtual std::uint16_t readColour() = 0;
     virtual void writeColour(std::uint16_t index) = 0;
-    // A handle in the stream of the ids with its code. On reading every code is resolved to the id that is meant.
+    // A handle in the stream of the ids with its code. On reading every code is resolved to the id that is
+    // meant.
     virtual AcDbObjectId readId(std::uint8_t& code) = 0;
     virtual void writeId(std::uint8_t code, AcDbObjectId id) = 0;
 

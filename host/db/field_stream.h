@@ -11,9 +11,9 @@
 #include <cstdint>
 #include <vector>
 
-// A class lists its fields once, in the file's order, in a template over one of these two; reading and writing cannot
-// drift apart then. To the drawing file each field takes the code that is named behind it; other filers get plain
-// values.
+// A class lists its fields once, in the file's order, in a template over one of these two; reading and
+// writing cannot drift apart then. To the drawing file each field takes the code that is named behind it;
+// other filers get plain values.
 namespace embedded {
 
 class FieldReader {
@@ -76,7 +76,8 @@ public:
     }
 
 private:
-    template <class Id> void readId(AcDbObjectId& id, Acad::ErrorStatus (AcDbDwgFiler::*read)(Id*)) {
+    template <class Id>
+    void readId(AcDbObjectId& id, Acad::ErrorStatus (AcDbDwgFiler::*read)(Id*)) {
         Id filed;
         (m_filer.*read)(&filed);
         id = filed;
@@ -139,7 +140,8 @@ private:
 };
 
 // The two halves of a class's filing behind its base's, which answered `es`.
-template <class List> Acad::ErrorStatus writeFields(AcDbDwgFiler* filer, Acad::ErrorStatus es, List list) {
+template <class List>
+Acad::ErrorStatus writeFields(AcDbDwgFiler* filer, Acad::ErrorStatus es, List list) {
     if (es != Acad::eOk)
         return es;
     FieldWriter out(*filer);
@@ -147,7 +149,8 @@ template <class List> Acad::ErrorStatus writeFields(AcDbDwgFiler* filer, Acad::E
     return filer->filerStatus();
 }
 
-template <class List> Acad::ErrorStatus readFields(AcDbDwgFiler* filer, Acad::ErrorStatus es, List list) {
+template <class List>
+Acad::ErrorStatus readFields(AcDbDwgFiler* filer, Acad::ErrorStatus es, List list) {
     if (es != Acad::eOk)
         return es;
     FieldReader in(*filer);

@@ -21,7 +21,8 @@ enum LayerBits : Adesk::UInt16 {
     kWeightShift = 5
 };
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
     s.int16(f.values);
     s.colour(f.colour);
     s.hardPointer(f.plotStyle);

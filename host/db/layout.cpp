@@ -6,7 +6,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
     s.text(f.name);
     s.int32(f.tabOrder);
     s.int16(f.flags);
@@ -75,7 +76,8 @@ bool AcDbLayout::modelType() const {
 
 void AcDbLayout::setModelType(bool model) {
     assertWriteEnabled();
-    const unsigned flags = model ? m_plot.flags | kModelType : m_plot.flags & ~static_cast<unsigned>(kModelType);
+    const unsigned flags =
+        model ? m_plot.flags | kModelType : m_plot.flags & ~static_cast<unsigned>(kModelType);
     m_plot.flags = static_cast<Adesk::UInt16>(flags);
 }
 

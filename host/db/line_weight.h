@@ -6,7 +6,8 @@
 
 namespace embedded {
 
-// Line weights as the drawing file codes them: widths by their place in the row, 29 by layer, 30 by block, 31 default.
+// Line weights as the drawing file codes them: widths by their place in the row, 29 by layer, 30 by block, 31
+// default.
 constexpr std::uint8_t kWeightByLayer = 29;
 constexpr std::uint8_t kWeightByBlock = 30;
 constexpr std::uint8_t kWeightDefault = 31;

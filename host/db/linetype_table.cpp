@@ -11,7 +11,8 @@ namespace {
 constexpr std::size_t kTextsLength = 256;
 constexpr int kMostDashes = 12;
 
-template <class Dash, class Stream> void fileDash(Dash& d, Stream& s) {
+template <class Dash, class Stream>
+void fileDash(Dash& d, Stream& s) {
     s.real(d.length);
     s.int16(d.shapeNumber);
     s.rawReal(d.xOffset);
@@ -21,13 +22,15 @@ template <class Dash, class Stream> void fileDash(Dash& d, Stream& s) {
     s.int16(d.shapeFlags);
 }
 
-template <class Fields, class Stream> void fileFront(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFront(Fields& f, Stream& s) {
     s.text(f.comments);
     s.real(f.patternLength);
     s.byte(f.alignment);
 }
 
-template <class Fields, class Stream> void fileDashes(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileDashes(Fields& f, Stream& s) {
     for (auto& dash : f.dashes)
         fileDash(dash, s);
     s.bytes(f.texts, kTextsLength);
@@ -102,7 +105,8 @@ AcDbObjectId AcDbLinetypeTableRecord::shapeStyleAt(int index) const {
 }
 
 int AcDbLinetypeTableRecord::shapeNumberAt(int index) const {
-    return index >= 0 && index < numDashes() ? m_fields.dashes[static_cast<std::size_t>(index)].shapeNumber : 0;
+    return index >= 0 && index < numDashes() ? m_fields.dashes[static_cast<std::size_t>(index)].shapeNumber
+                                             : 0;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {

@@ -6,7 +6,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFront(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFront(Fields& f, Stream& s) {
     s.text(f.name);
     s.text(f.description);
     s.int16(f.flags);
@@ -15,7 +16,8 @@ template <class Fields, class Stream> void fileFront(Fields& f, Stream& s) {
     s.real(f.endAngle);
 }
 
-template <class Fields, class Stream> void fileElements(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileElements(Fields& f, Stream& s) {
     for (auto& element : f.elements) {
         s.real(element.offset);
         s.colour(element.colour);

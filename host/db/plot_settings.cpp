@@ -6,7 +6,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Plot, class Stream> void filePlot(Plot& p, Stream& s) {
+template <class Plot, class Stream>
+void filePlot(Plot& p, Stream& s) {
     s.text(p.name);
     s.text(p.device);
     s.int16(p.flags);

@@ -7,8 +7,8 @@ namespace embedded {
 
 namespace {
 
-// Keeps every page reachable for the life of the process; see StubTable.
-std::deque<void*>& pageKeeper() {
+// Keeps every slab reachable for the life of the process; see StubTable.
+std::deque<void*>& slabKeeper() {
     static std::deque<void*>* keeper = new std::deque<void*>;
     return *keeper;
 }
@@ -40,12 +40,22 @@ StubTable::Page*& StubTable::pageSlot(std::uint64_t pageNumber) {
     return m_low[pageNumber];
 }
 
+StubTable::Page* StubTable::newPage() {
+    constexpr std::size_t kLargestSlab = 256;
+    if (m_slabLeft == 0) {
+        m_slab = new Page[m_slabSize];
+        slabKeeper().push_back(m_slab);
+        m_slabLeft = m_slabSize;
+        m_slabSize = std::min(m_slabSize * 2, kLargestSlab);
+    }
+    --m_slabLeft;
+    return m_slab++;
+}
+
 AcDbStub& StubTable::make(std::uint64_t handle) {
     Page*& page = pageSlot(handle / kPageSize);
-    if (page == nullptr) {
-        page = new Page;
-        pageKeeper().push_back(page);
-    }
+    if (page == nullptr)
+        page = newPage();
     AcDbStub& stub = page->stubs[handle % kPageSize];
     if (!stub.has(kUsed)) {
         stub.tag = m_tag;

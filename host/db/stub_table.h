@@ -30,7 +30,8 @@ public:
     }
 
 private:
-    static constexpr std::uint64_t kPageSize = 64;
+    // Small, since a damaged file may name handles far apart: each costs a page.
+    static constexpr std::uint64_t kPageSize = 16;
     // Handles below this are found through a plain vector of pages; a file may name wild ones beyond.
     static constexpr std::uint64_t kLowPages = 1u << 20;
 
@@ -47,10 +48,15 @@ private:
     }
 
     Page*& pageSlot(std::uint64_t pageNumber);
+    Page* newPage();
 
     DatabaseTag* m_tag;
     std::vector<Page*> m_low;
     std::map<std::uint64_t, Page*> m_high;
+    // Pages come from slabs that double in size, so that a walk by handle runs through memory in one direction.
+    Page* m_slab = nullptr;
+    std::size_t m_slabLeft = 0;
+    std::size_t m_slabSize = 1;
     std::size_t m_size = 0;
     std::uint64_t m_highest = 0;
 };

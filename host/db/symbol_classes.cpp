@@ -40,7 +40,8 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbViewTableRecord, AcDbAbstractViewTableRecord, AcDb::
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbViewTableIterator, AcDbSymbolTableIterator)
 
 ACRX_DXF_DEFINE_MEMBERS(AcDbUCSTable, AcDbSymbolTable, AcDb::kDHL_1012, 0, 0, TABLE, ObjectDBX Classes)
-ACRX_DXF_DEFINE_MEMBERS(AcDbUCSTableRecord, AcDbSymbolTableRecord, AcDb::kDHL_1012, 0, 0, UCS, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbUCSTableRecord, AcDbSymbolTableRecord, AcDb::kDHL_1012, 0, 0, UCS,
+                        ObjectDBX Classes)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbUCSTableIterator, AcDbSymbolTableIterator)
 
 ACRX_DXF_DEFINE_MEMBERS(AcDbViewportTable, AcDbSymbolTable, AcDb::kDHL_1012, 0, 0, TABLE, ObjectDBX Classes)
@@ -66,7 +67,8 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbVXTableIterator, AcDbSymbolTableIterator)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbBlockTableRecordIterator, AcRxObject)
 ACRX_DXF_DEFINE_MEMBERS(AcDbBlockBegin, AcDbEntity, AcDb::kDHL_1012, 0, 0, BLOCK, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbBlockEnd, AcDbEntity, AcDb::kDHL_1012, 0, 0, ENDBLK, ObjectDBX Classes)
-ACRX_DXF_DEFINE_MEMBERS(AcDbPlaceHolder, AcDbObject, AcDb::kDHL_1500, 0, 0, ACDBPLACEHOLDER, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbPlaceHolder, AcDbObject, AcDb::kDHL_1500, 0, 0, ACDBPLACEHOLDER,
+                        ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbXrecord, AcDbObject, AcDb::kDHL_1012, 0, 0, XRECORD, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbPlotSettings, AcDbObject, AcDb::kDHL_1500, 0, 0, PLOTSETTINGS, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbLayout, AcDbPlotSettings, AcDb::kDHL_1500, 0, 0, LAYOUT, ObjectDBX Classes)

@@ -48,7 +48,8 @@ AcDbStub* SymbolIndex::find(const NameKey& key, bool erasedToo) const {
         if (it->second >= first || !objectExists(stub))
             continue;
         const AcDbSymbolTableRecord* record = SymbolAccess::record(stub);
-        if (record != nullptr && sameName(key.text(), NameKey(SymbolAccess::name(*record).kACharPtr()).text()))
+        if (record != nullptr &&
+            sameName(key.text(), NameKey(SymbolAccess::name(*record).kACharPtr()).text()))
             first = it->second;
     }
     if (live < m_slots.size())

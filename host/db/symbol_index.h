@@ -9,7 +9,8 @@
 
 namespace embedded {
 
-// Whether an object is there, or can be made from its bytes. An erased one is; one that is gone for good is not.
+// Whether an object is there, or can be made from its bytes. An erased one is; one that is gone for good is
+// not.
 inline bool objectExists(const AcDbStub* stub) {
     return stub != nullptr && !stub->has(kPermanentlyErased) &&
            (stub->object != nullptr || stub->fileIndex != kNoFileIndex);
@@ -17,8 +18,8 @@ inline bool objectExists(const AcDbStub* stub) {
 
 inline bool objectIsLive(const AcDbStub* stub) { return objectExists(stub) && !stub->has(kErased); }
 
-// The records of a table in its order. A record is never taken out: undoing an addition, like erasing, leaves it
-// here erased, and what is erased is passed over.
+// The records of a table in its order. A record is never taken out: undoing an addition, like erasing, leaves
+// it here erased, and what is erased is passed over.
 class SymbolIndex {
 public:
     // Slots may hold null, where a file has a gap.
@@ -42,8 +43,8 @@ private:
 
     std::vector<AcDbStub*> m_slots;
     std::size_t m_leading = 0;
-    // Slots by the hash of the name. Entries of names that a record once had stay: what is found is compared with
-    // the record's present name. Built at the first look-up, since that opens all records.
+    // Slots by the hash of the name. Entries of names that a record once had stay: what is found is compared
+    // with the record's present name. Built at the first look-up, since that opens all records.
     mutable std::unordered_multimap<std::uint32_t, std::uint32_t> m_byName;
     mutable std::size_t m_named = 0; // slots that are in there
 };
@@ -59,8 +60,8 @@ struct SymbolAccess {
     static bool isReferenced(const AcDbSymbolTableRecord& record) { return record.m_fields.referenced; }
     static bool allowsSameNames(const AcDbSymbolTable& table) { return table.allowsSameNames(); }
     static SymbolIndex& index(const AcDbSymbolTable& table) { return *table.m_index; }
-    // Puts a fresh record with its handle into a table, whatever its name. `leading` puts it among those that the
-    // file names apart.
+    // Puts a fresh record with its handle into a table, whatever its name. `leading` puts it among those that
+    // the file names apart.
     static void addWithHandle(AcDbSymbolTable& table, AcDbSymbolTableRecord& record, std::uint64_t handle,
                               bool leading = false);
 };

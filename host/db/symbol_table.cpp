@@ -19,8 +19,8 @@ Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bo
     return id.isNull() ? Acad::eKeyNotFound : Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
-                                         bool openErasedRecord) const {
+Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbSymbolTableRecord*& record,
+                                         AcDb::OpenMode mode, bool openErasedRecord) const {
     record = nullptr;
     AcDbObjectId id;
     const Acad::ErrorStatus es = getAt(name, id, openErasedRecord);
@@ -71,8 +71,8 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     return Acad::eOk;
 }
 
-// Count and records as the drawing file has them, those that it names apart left to the kind of table. The history
-// needs none of it: the index only ever grows.
+// Count and records as the drawing file has them, those that it names apart left to the kind of table. The
+// history needs none of it: the index only ever grows.
 Acad::ErrorStatus AcDbSymbolTable::dwgOutFields(AcDbDwgFiler* filer) const {
     const Acad::ErrorStatus es = AcDbObject::dwgOutFields(filer);
     if (es != Acad::eOk || filer->filerType() == AcDb::kUndoFiler)

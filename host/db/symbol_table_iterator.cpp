@@ -2,7 +2,8 @@
 
 using namespace embedded;
 
-AcDbSymbolTableIterator::AcDbSymbolTableIterator(const AcDbSymbolTable& table, bool atBeginning, bool skipDeleted)
+AcDbSymbolTableIterator::AcDbSymbolTableIterator(const AcDbSymbolTable& table, bool atBeginning,
+                                                 bool skipDeleted)
     : m_table(table) {
     start(atBeginning, skipDeleted);
 }

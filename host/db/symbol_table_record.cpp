@@ -7,7 +7,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
     s.text(f.name);
     s.flag(f.referenced);
     s.int16(f.referenceIndex);
@@ -90,8 +91,10 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dwgOutFields(AcDbDwgFiler* filer) const
 }
 
 Acad::ErrorStatus AcDbSymbolTableRecord::dwgInFields(AcDbDwgFiler* filer) {
-    const Acad::ErrorStatus es = readFields(filer, AcDbObject::dwgInFields(filer),
-                                            [this](auto& in) { fileFields(m_fields, in); });
-    SymbolAccess::nameChanged(*this);
+    const Acad::ErrorStatus es =
+        readFields(filer, AcDbObject::dwgInFields(filer), [this](auto& in) { fileFields(m_fields, in); });
+    // A record that is just made is named in no index yet.
+    if (filer->filerType() != AcDb::kFileFiler)
+        SymbolAccess::nameChanged(*this);
     return es;
 }

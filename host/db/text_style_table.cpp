@@ -7,7 +7,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
     s.flag(f.shapeFile);
     s.flag(f.vertical);
     s.real(f.size);

@@ -6,7 +6,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileFields(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileFields(Fields& f, Stream& s) {
     s.point(f.origin);
     s.vector(f.xAxis);
     s.vector(f.yAxis);

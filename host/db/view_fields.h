@@ -5,7 +5,8 @@
 namespace embedded {
 
 // The parts that saved views and viewports file alike.
-template <class View, class Stream> void fileView(View& v, Stream& s) {
+template <class View, class Stream>
+void fileView(View& v, Stream& s) {
     s.real(v.height);
     s.real(v.width);
     s.rawPoint(v.center);
@@ -19,7 +20,8 @@ template <class View, class Stream> void fileView(View& v, Stream& s) {
     s.byte(v.renderMode);
 }
 
-template <class Ucs, class Stream> void fileUcs(Ucs& u, Stream& s) {
+template <class Ucs, class Stream>
+void fileUcs(Ucs& u, Stream& s) {
     s.point(u.origin);
     s.vector(u.xAxis);
     s.vector(u.yAxis);

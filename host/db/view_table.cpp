@@ -46,9 +46,8 @@ Acad::ErrorStatus AcDbViewTableRecord::associateUcs(bool associated) {
 }
 
 Acad::ErrorStatus AcDbViewTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
-    return writeFields(filer, AcDbSymbolTableRecord::dwgOutFields(filer), [this](auto& out) {
-        fileFields(m_view, m_paperSpace, m_ucsAssociated, m_ucs, out);
-    });
+    return writeFields(filer, AcDbSymbolTableRecord::dwgOutFields(filer),
+                       [this](auto& out) { fileFields(m_view, m_paperSpace, m_ucsAssociated, m_ucs, out); });
 }
 
 Acad::ErrorStatus AcDbViewTableRecord::dwgInFields(AcDbDwgFiler* filer) {

@@ -6,7 +6,8 @@ using namespace embedded;
 
 namespace {
 
-template <class Fields, class Stream> void fileTile(Fields& f, Stream& s) {
+template <class Fields, class Stream>
+void fileTile(Fields& f, Stream& s) {
     s.rawPoint(f.lowerLeft);
     s.rawPoint(f.upperRight);
     s.flag(f.ucsFollow);

@@ -59,7 +59,9 @@ std::vector<AcDbXrecord::Reference> readReferences(AcDbDwgFiler& filer) {
     Adesk::UInt32 count = 0;
     if (file == nullptr)
         filer.readUInt32(&count);
-    const auto more = [&] { return file != nullptr ? file->handleBitsLeft() >= 8 : references.size() < count; };
+    const auto more = [&] {
+        return file != nullptr ? file->handleBitsLeft() >= 8 : references.size() < count;
+    };
     while (filer.filerStatus() == Acad::eOk && more()) {
         AcDbXrecord::Reference reference;
         if (file != nullptr) {

@@ -11,9 +11,9 @@ struct Triple {
     double x = 0, y = 0, z = 0;
 };
 
-// Reads the drawing file's bit codes from a run of bytes, highest bit of a byte first. A read that would pass the end,
-// or that meets a code which the format does not have, fails: it and every later one give zero or empty, and the
-// place of the first failure is kept. Nothing outside the given bits is ever looked at.
+// Reads the drawing file's bit codes from a run of bytes, highest bit of a byte first. A read that would pass
+// the end, or that meets a code which the format does not have, fails: it and every later one give zero or
+// empty, and the place of the first failure is kept. Nothing outside the given bits is ever looked at.
 class BitReader {
 public:
     explicit BitReader(ByteSpan bytes) : BitReader(bytes, 0, bytes.size * 8) {}

@@ -184,6 +184,12 @@ void BitWriter::rawBytes(const std::uint8_t* source, std::size_t length) {
 
 void BitWriter::copyBits(ByteSpan source, std::size_t begin, std::size_t end) {
     BitReader reader(source, begin, end);
+    if (m_position % 8 == 0 && m_position == m_length) {
+        const std::size_t whole = reader.left() / 8;
+        m_bytes.resize(m_bytes.size() + whole);
+        reader.rawBytes(m_bytes.data() + m_position / 8, whole);
+        m_length = m_position += whole * 8;
+    }
     while (reader.left() >= 32)
         put(reader.take(32), 32);
     const unsigned rest = static_cast<unsigned>(reader.left());

@@ -8,7 +8,8 @@
 
 namespace embedded::dwg {
 
-// Writes the drawing file's bit codes, each in its shortest form. The bits past the end of the last byte are zero.
+// Writes the drawing file's bit codes, each in its shortest form. The bits past the end of the last byte are
+// zero.
 class BitWriter {
 public:
     std::size_t position() const { return m_position; }

@@ -68,9 +68,9 @@ void BlockChains::chain(AcDbStub& record) {
         ObjectParts parts;
         const bool first = i == 0;
         const bool last = i + 1 == entities.size();
-        if ((first || last) && (!envelopeOf(m_frame, *entities[i], parts) ||
-                                (first && linksOf(parts.envelope).previous != 0) ||
-                                (last && linksOf(parts.envelope).next != 0)))
+        if ((first || last) &&
+            (!envelopeOf(m_frame, *entities[i], parts) || (first && linksOf(parts.envelope).previous != 0) ||
+             (last && linksOf(parts.envelope).next != 0)))
             m_newEnds.insert(&record);
     }
     if (entities.empty())

@@ -9,8 +9,8 @@
 
 namespace embedded::dwg {
 
-// How the entities of changed blocks are to be chained in a file: those of blocks whose record was written to, and of
-// blocks that have lost an entity.
+// How the entities of changed blocks are to be chained in a file: those of blocks whose record was written
+// to, and of blocks that have lost an entity.
 class BlockChains {
 public:
     BlockChains(DatabaseCore& core, FileFrame& frame);

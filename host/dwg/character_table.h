@@ -11,8 +11,8 @@ namespace embedded::dwg {
 // The characters of one byte code page, in both directions.
 class CharacterTable {
 public:
-    // By the number that a drawing's header has for its code page. An unknown number gives ASCII. The table belongs
-    // to the process.
+    // By the number that a drawing's header has for its code page. An unknown number gives ASCII. The table
+    // belongs to the process.
     static const CharacterTable& ofDrawing(std::uint16_t drawingCodePage);
     // By the digit of a \M+ sequence, '1' to '5'; null for another.
     static const CharacterTable* ofMultibyteDigit(wchar_t digit);

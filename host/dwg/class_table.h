@@ -7,8 +7,8 @@
 
 namespace embedded::dwg {
 
-// A row of a drawing's class table. Texts are bytes as filed; text compare goes through `text`, which leaves out the
-// zero that ends them in some products' files.
+// A row of a drawing's class table. Texts are bytes as filed; text compare goes through `text`, which leaves
+// out the zero that ends them in some products' files.
 struct ClassRow {
     std::uint16_t number = 0;
     std::uint16_t proxyFlags = 0;
@@ -39,16 +39,16 @@ public:
     const ClassRow* find(std::uint16_t number) const;
     // By C++ class name, since classes may share a DXF name. Null if there is none.
     const ClassRow* find(const std::string& className) const;
-    // Adds a row with the next free number, which it answers. The texts get the terminating zero that this table's
-    // other rows have. 0 if no number is left.
+    // Adds a row with the next free number, which it answers. The texts get the terminating zero that this
+    // table's other rows have. 0 if no number is left.
     std::uint16_t add(ClassRow row);
 
     static constexpr std::uint16_t kFirstNumber = 500;
 
 private:
     std::vector<ClassRow> m_rows;
-    // The section as it was read, while no row has been added: what products leave in the bits behind the last row
-    // is not always zero.
+    // The section as it was read, while no row has been added: what products leave in the bits behind the
+    // last row is not always zero.
     Bytes m_filed;
     bool m_terminated = true;
 };

@@ -5,9 +5,9 @@
 
 namespace embedded::dwg {
 
-// Takes a file of version 2000 apart. Everything that is used of it has been checked: places and sizes lie inside the
-// file, sentinels stand, the check sums of header, variables, classes and object map are right. The sums of single
-// objects are looked at when an object is opened. FileError otherwise.
+// Takes a file of version 2000 apart. Everything that is used of it has been checked: places and sizes lie
+// inside the file, sentinels stand, the check sums of header, variables, classes and object map are right.
+// The sums of single objects are looked at when an object is opened. FileError otherwise.
 DrawingParts readContainerR2000(std::shared_ptr<const Bytes> file);
 
 // What a container needs to know of the drawing beside its parts.

@@ -103,8 +103,7 @@ DrawingParts readContainerR2000(std::shared_ptr<const Bytes> bytes) {
     parts.objectsAddress = static_cast<std::uint32_t>(file.size);
     for (const ObjectSlot& object : parts.objects)
         parts.objectsAddress = std::min(parts.objectsAddress, object.offset);
-    parts.secondHeaderTrailer =
-        secondHeaderTrailer(file, locators.sections[kObjectMap].end() - file.begin());
+    parts.secondHeaderTrailer = secondHeaderTrailer(file, locators.sections[kObjectMap].end() - file.begin());
     return parts;
 }
 

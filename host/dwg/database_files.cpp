@@ -81,7 +81,8 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, bool, AcDb::AcDbDw
         events::abortSave(this);
         return fail(es, fileName, error);
     }
-    if (const platform::FileResult result = platform::replaceFile(fileName, bytes.data(), bytes.size()); !result) {
+    if (const platform::FileResult result = platform::replaceFile(fileName, bytes.data(), bytes.size());
+        !result) {
         events::abortSave(this);
         return failFromSystem(result);
     }

@@ -12,7 +12,8 @@ namespace embedded::dwg {
 struct ObjectSlot {
     std::uint64_t handle = 0;
     ByteSpan body;
-    // The check sum as filed. An object whose sum is wrong is carried with it, so that it stays known as damaged.
+    // The check sum as filed. An object whose sum is wrong is carried with it, so that it stays known as
+    // damaged.
     std::uint16_t sum = 0;
     // Where the object stood in the file that was read.
     std::uint32_t offset = 0;
@@ -24,9 +25,9 @@ struct OtherSection {
     ByteSpan bytes;
 };
 
-// A drawing taken out of its container, or to be put into one. What is here is the same for every version; where it
-// stands in the file and how it is packed is the container's matter. The spans point into `file` or into what
-// whoever fills a record for writing keeps alive.
+// A drawing taken out of its container, or to be put into one. What is here is the same for every version;
+// where it stands in the file and how it is packed is the container's matter. The spans point into `file` or
+// into what whoever fills a record for writing keeps alive.
 struct DrawingParts {
     std::shared_ptr<const Bytes> file;
 

@@ -26,7 +26,8 @@ void DwgInFiler::resetFilerStatus() {
 }
 
 // What `read` gives, or zero where the stream has failed.
-template <class Read> auto DwgInFiler::get(Read read) {
+template <class Read>
+auto DwgInFiler::get(Read read) {
     decltype(read()) value{};
     if (usable())
         value = read();
@@ -35,7 +36,8 @@ template <class Read> auto DwgInFiler::get(Read read) {
     return value;
 }
 
-template <class T, class Read> Acad::ErrorStatus DwgInFiler::into(T* value, Read read) {
+template <class T, class Read>
+Acad::ErrorStatus DwgInFiler::into(T* value, Read read) {
     *value = static_cast<T>(get(read));
     return m_status;
 }

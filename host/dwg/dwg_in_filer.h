@@ -8,13 +8,15 @@
 
 namespace embedded::dwg {
 
-// Reads an object's fields from a drawing file's bits: numbers, points and texts from its data, ids from its handles.
-// A read past the end of either, or of something the format does not have, sets eDwgObjectImproperlyRead and gives
-// zero or empty. tell and seek count bits of the data.
+// Reads an object's fields from a drawing file's bits: numbers, points and texts from its data, ids from its
+// handles. A read past the end of either, or of something the format does not have, sets
+// eDwgObjectImproperlyRead and gives zero or empty. tell and seek count bits of the data.
 class DwgInFiler final : public ReadingFiler, public FieldFiler {
 public:
-    // The bits and the database must outlive the filer. `own` is the object's handle, from which relative ones count.
-    DwgInFiler(DatabaseCore& database, const TextCodec& text, BitReader data, BitReader handles, std::uint64_t own)
+    // The bits and the database must outlive the filer. `own` is the object's handle, from which relative
+    // ones count.
+    DwgInFiler(DatabaseCore& database, const TextCodec& text, BitReader data, BitReader handles,
+               std::uint64_t own)
         : m_database(database), m_text(text), m_data(data), m_handles(handles), m_own(own),
           m_begin(data.position()) {}
 
@@ -71,8 +73,10 @@ private:
     Acad::ErrorStatus settle();
     Acad::ErrorStatus readIdInto(AcDbObjectId& id);
     Acad::ErrorStatus readDoubles(double* values, int count);
-    template <class Read> auto get(Read read);
-    template <class T, class Read> Acad::ErrorStatus into(T* value, Read read);
+    template <class Read>
+    auto get(Read read);
+    template <class T, class Read>
+    Acad::ErrorStatus into(T* value, Read read);
 
     DatabaseCore& m_database;
     const TextCodec& m_text;

@@ -42,7 +42,9 @@ Acad::ErrorStatus DwgOutFiler::writeSoftPointerId(const AcDbSoftPointerId& id) {
     return writeReference(kSoftPointer, id);
 }
 
-Acad::ErrorStatus DwgOutFiler::writeInt8(Adesk::Int8 value) { return writeUInt8(static_cast<Adesk::UInt8>(value)); }
+Acad::ErrorStatus DwgOutFiler::writeInt8(Adesk::Int8 value) {
+    return writeUInt8(static_cast<Adesk::UInt8>(value));
+}
 
 Acad::ErrorStatus DwgOutFiler::writeUInt8(Adesk::UInt8 value) {
     m_data.rawChar(value);
@@ -124,7 +126,9 @@ Acad::ErrorStatus DwgOutFiler::writeText(std::wstring_view text) {
     return m_status;
 }
 
-Acad::ErrorStatus DwgOutFiler::writeString(const ACHAR* text) { return writeText(text != nullptr ? text : L""); }
+Acad::ErrorStatus DwgOutFiler::writeString(const ACHAR* text) {
+    return writeText(text != nullptr ? text : L"");
+}
 
 Acad::ErrorStatus DwgOutFiler::writeString(const AcString& text) { return writeText(text.kACharPtr()); }
 

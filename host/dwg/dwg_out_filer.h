@@ -8,11 +8,12 @@
 
 namespace embedded::dwg {
 
-// Writes an object's fields as a drawing file's bits, data and handles apart. tell and seek count bits of the data.
+// Writes an object's fields as a drawing file's bits, data and handles apart. tell and seek count bits of the
+// data.
 class DwgOutFiler final : public WritingFiler, public FieldFiler {
 public:
-    // Both must outlive the filer. Ids of other databases are written as null. Products differ in whether they file
-    // the zero that ends a text; a drawing keeps to one way.
+    // Both must outlive the filer. Ids of other databases are written as null. Products differ in whether
+    // they file the zero that ends a text; a drawing keeps to one way.
     DwgOutFiler(const DatabaseTag* database, const TextCodec& text, bool terminateTexts = true)
         : m_database(database), m_text(text), m_terminateTexts(terminateTexts) {}
 

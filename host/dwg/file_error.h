@@ -5,8 +5,8 @@
 
 namespace embedded::dwg {
 
-// Why a file cannot be taken for a drawing. The text is one line without the file's name. Thrown inside this room
-// only; the database's operations turn it into a status.
+// Why a file cannot be taken for a drawing. The text is one line without the file's name. Thrown inside this
+// room only; the database's operations turn it into a status.
 class FileError : public std::runtime_error {
 public:
     enum Kind { kForeign, kDamaged, kOlderVersion, kNewerVersion };

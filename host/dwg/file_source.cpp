@@ -36,7 +36,9 @@ std::unique_ptr<ObjectBody> bodyOf(const ObjectKind& kind, ByteSpan body, const 
 
 } // namespace
 
-const ObjectKind* FileSource::kindOf(const AcDbStub& stub) { return m_frame.kinds.find(typeOf(slotOf(stub).body)); }
+const ObjectKind* FileSource::kindOf(const AcDbStub& stub) {
+    return m_frame.kinds.find(typeOf(slotOf(stub).body));
+}
 
 AcDbObjectId FileSource::idOf(const HandleReference& reference, const AcDbStub& from) {
     return m_core.idOf(reference.absolute(from.handle));
@@ -122,7 +124,8 @@ void FileSource::applyEntity(const AcDbStub& stub, const EntityPart& part, AcDbE
 void FileSource::applyEnvelope(const AcDbStub& stub, const ObjectEnvelope& envelope, AcDbObject& object) {
     AcDbObjectId owner = idOf(envelope.owner, stub);
     if (envelope.isEntity && envelope.entity.mode != EntityPart::kOwnerFiled)
-        owner = envelope.entity.mode == EntityPart::kInModelSpace ? m_core.roots.modelSpace : m_core.roots.paperSpace;
+        owner = envelope.entity.mode == EntityPart::kInModelSpace ? m_core.roots.modelSpace
+                                                                  : m_core.roots.paperSpace;
     ObjectAccess::setOwner(object, owner);
     std::vector<AcDbObjectId> reactors;
     for (const HandleReference& reactor : envelope.reactors)
@@ -157,7 +160,8 @@ Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const ObjectKind& kind, c
         if (es == Acad::eOk)
             es = filer.filerStatus();
     } catch (const std::exception&) {
-        // No memory for what a damaged count asks for, or a reader that lets something out: the object is not there.
+        // No memory for what a damaged count asks for, or a reader that lets something out: the object is not
+        // there.
     }
     if (es != Acad::eOk) {
         stub.object = nullptr;

@@ -38,8 +38,8 @@ private:
 
     DatabaseCore& m_core;
     FileFrame& m_frame;
-    // Objects whose reader asked for a proxy, and how often classes had been registered by then: the same class is
-    // not asked again.
+    // Objects whose reader asked for a proxy, and how often classes had been registered by then: the same
+    // class is not asked again.
     std::unordered_map<const AcDbStub*, unsigned> m_declined;
 };
 

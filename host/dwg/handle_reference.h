@@ -4,8 +4,8 @@
 
 namespace embedded::dwg {
 
-// How a handle in a file is to be read. The first four tell the strength; the others are relative to the handle of
-// the object that the reference stands in, and tell none.
+// How a handle in a file is to be read. The first four tell the strength; the others are relative to the
+// handle of the object that the reference stands in, and tell none.
 enum HandleCode : std::uint8_t {
     kPlainHandle = 0,
     kSoftOwner = 2,

@@ -2,8 +2,8 @@
 
 namespace embedded::dwg {
 
-// Names are those of the drawing's system variables; a leading P is paper space's. Handles of what has no variable
-// are named after the thing. Times, handles and points without a number begin at zero.
+// Names are those of the drawing's system variables; a leading P is paper space's. Handles of what has no
+// variable are named after the thing. Times, handles and points without a number begin at zero.
 const HeaderField kHeaderFields[] = {
     {"UNIT1RATIO", FieldKind::kDouble, 412148564080, nullptr, kPlainHandle},
     {"UNIT2RATIO", FieldKind::kDouble, 1, nullptr, kPlainHandle},

@@ -7,16 +7,16 @@
 namespace embedded::dwg {
 
 enum class FieldKind : std::uint8_t {
-    kBit,      // B
-    kShort,    // BS
-    kColour,   // CMC, a BS up to version 2000
-    kLong,     // BL
-    kTime,     // two BL: Julian day, milliseconds of the day
-    kDouble,   // BD
-    kTriple,   // 3BD
-    kRawPair,  // 2RD
-    kText,     // TV
-    kHandle    // H
+    kBit,     // B
+    kShort,   // BS
+    kColour,  // CMC, a BS up to version 2000
+    kLong,    // BL
+    kTime,    // two BL: Julian day, milliseconds of the day
+    kDouble,  // BD
+    kTriple,  // 3BD
+    kRawPair, // 2RD
+    kText,    // TV
+    kHandle   // H
 };
 
 // One header variable: how it stands in the file, and its value in a new drawing.

@@ -44,7 +44,9 @@ HeaderVariables::HeaderVariables() : m_values(kHeaderFieldCount) {
         setTriple(kTripleDefaults[i].name, kTripleDefaults[i].value);
 }
 
-const HeaderVariables::Value& HeaderVariables::at(const char* name) const { return m_values[fieldNamed(name)]; }
+const HeaderVariables::Value& HeaderVariables::at(const char* name) const {
+    return m_values[fieldNamed(name)];
+}
 
 HeaderVariables::Value& HeaderVariables::at(const char* name) { return m_values[fieldNamed(name)]; }
 

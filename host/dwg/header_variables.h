@@ -8,8 +8,8 @@
 
 namespace embedded::dwg {
 
-// The variables of a drawing's header, by the names in header_fields.cpp. A name that is not there, or one of another
-// kind, is a mistake in this program: std::logic_error.
+// The variables of a drawing's header, by the names in header_fields.cpp. A name that is not there, or one of
+// another kind, is a mistake in this program: std::logic_error.
 class HeaderVariables {
 public:
     // Those of a new drawing; handles are null.

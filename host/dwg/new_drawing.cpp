@@ -21,7 +21,8 @@ JulianTime now() {
     const std::uint32_t dayOfEpoch = 2440588;
     const std::uint64_t perDay = 86400000;
     const auto since = std::chrono::system_clock::now().time_since_epoch();
-    const auto ms = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(since).count());
+    const auto ms =
+        static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(since).count());
     return {dayOfEpoch + static_cast<std::uint32_t>(ms / perDay), static_cast<std::uint32_t>(ms % perDay)};
 }
 
@@ -38,13 +39,14 @@ std::string randomIdentifier() {
     return text;
 }
 
-// 123 bytes: mark, version and save counts, times, next handle. Zero where the meaning is not known and products
-// write zero.
+// 123 bytes: mark, version and save counts, times, next handle. Zero where the meaning is not known and
+// products write zero.
 const Bytes& auxiliaryHeader() {
     static const Bytes bytes = [] {
         Bytes header(123, 0);
-        const std::uint8_t front[] = {0xFF, 0x77, 0x01, kWriterVersion, 0, 0, 0, 1, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
-                                      1,    0,    0,    0,              0, 0, 0, 0};
+        const std::uint8_t front[] = {0xFF, 0x77, 0x01, kWriterVersion, 0,    0, 0, 1, 0, 0,
+                                      0,    0xFF, 0xFF, 0xFF,           0xFF, 1, 0, 0, 0, 0,
+                                      0,    0,    0};
         std::copy(std::begin(front), std::end(front), header.begin());
         const std::uint8_t versions[] = {0x16, 0, 0x2E, 0, 0x16, 0, 0x2E, 0, 4, 0, 0x65, 5};
         std::copy(std::begin(versions), std::end(versions), header.begin() + sizeof front);

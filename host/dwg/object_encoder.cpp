@@ -38,23 +38,29 @@ HandleReference ObjectEncoder::referenceTo(std::uint8_t code, AcDbObjectId id) c
 std::uint16_t ObjectEncoder::typeNumberOf(const AcDbObject& object) {
     if (const ObjectBody* body = ObjectAccess::body(object))
         return body->fileType;
-    const AcRxClass* filed = object.isA();
-    const std::uint16_t fixed = fixedNumber(filed->name());
+    std::uint16_t& number = m_typeNumbers[object.isA()];
+    if (number == 0)
+        number = typeNumberOf(*object.isA());
+    return number;
+}
+
+std::uint16_t ObjectEncoder::typeNumberOf(const AcRxClass& filed) {
+    const std::uint16_t fixed = fixedNumber(filed.name());
     if (fixed != 0 && fixed < kFirstNamedType)
         return fixed;
-    const std::string className = m_frame.text.encode(filed->name());
+    const std::string className = m_frame.text.encode(filed.name());
     if (const ClassRow* row = m_frame.classes.find(className))
         return row->number;
-    const bool isEntity = filed->isDerivedFrom(AcDbEntity::desc());
-    if (filed->dxfName() == nullptr) {
-        m_reason = "class " + platform::toUtf8(filed->name()) + " has no DXF name, so no drawing can hold it";
+    if (filed.dxfName() == nullptr) {
+        m_reason = "class " + platform::toUtf8(filed.name()) + " has no DXF name, so no drawing can hold it";
         return 0;
     }
     ClassRow row;
     row.className = className;
-    row.dxfName = m_frame.text.encode(filed->dxfName());
-    row.application = m_frame.text.encode(applicationOf(*filed));
-    row.proxyFlags = static_cast<std::uint16_t>(filed->proxyFlags());
+    row.dxfName = m_frame.text.encode(filed.dxfName());
+    row.application = m_frame.text.encode(applicationOf(filed));
+    row.proxyFlags = static_cast<std::uint16_t>(filed.proxyFlags());
+    const bool isEntity = filed.isDerivedFrom(AcDbEntity::desc());
     row.itemClass = isEntity ? ClassRow::kEntities : ClassRow::kObjects;
     const std::uint16_t number = m_frame.classes.add(std::move(row));
     if (number == 0)
@@ -121,7 +127,7 @@ Acad::ErrorStatus ObjectEncoder::encode(AcDbStub& stub, const ObjectEnvelope* fi
         return Acad::eOk;
     }
     const OpenForFiling open(stub);
-    DwgOutFiler filer(m_core.tag(), m_frame.text, m_frame.variables.textsAreTerminated());
+    DwgOutFiler filer(m_core.tag(), m_frame.text, m_terminateTexts);
     Acad::ErrorStatus es = Acad::eFilerError;
     try {
         es = object.dwgOutFields(&filer);
@@ -131,14 +137,15 @@ Acad::ErrorStatus ObjectEncoder::encode(AcDbStub& stub, const ObjectEnvelope* fi
         m_reason = failure.what();
     }
     if (es == Acad::eOk)
-        bytes = writeObject(envelope, filer.data().bytes(), 0, filer.data().length(), filer.handles().bytes(), 0,
-                            filer.handles().length());
+        bytes = writeObject(envelope, filer.data().bytes(), 0, filer.data().length(), filer.handles().bytes(),
+                            0, filer.handles().length());
     else if (m_reason.empty())
         m_reason = "its fields cannot be written";
     return es;
 }
 
-Bytes ObjectEncoder::relink(const ObjectSlot& slot, const ObjectParts& parts, const EntityLinks& links) const {
+Bytes ObjectEncoder::relink(const ObjectSlot& slot, const ObjectParts& parts,
+                            const EntityLinks& links) const {
     ObjectEnvelope envelope = parts.envelope;
     setLinks(links, envelope);
     return writeObject(envelope, slot.body, parts.dataBegin, parts.dataEnd, slot.body, parts.handlesBegin,

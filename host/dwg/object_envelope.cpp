@@ -79,7 +79,8 @@ HandleReference linkReference(std::uint64_t own, std::uint64_t target) {
         return HandleReference(kSoftPointer, 0);
     if (target == own + 1 || target + 1 == own)
         return HandleReference(target > own ? kNextHandle : kPreviousHandle, 0);
-    return target > own ? HandleReference(kPlusOffset, target - own) : HandleReference(kMinusOffset, own - target);
+    return target > own ? HandleReference(kPlusOffset, target - own)
+                        : HandleReference(kMinusOffset, own - target);
 }
 
 } // namespace

@@ -17,13 +17,15 @@ struct FiledExtendedData {
 
 // The part of an entity's common data that other objects do not have.
 struct EntityPart {
-    // Where an entity that stands in model or paper space has its owner: nowhere, since the header names both.
+    // Where an entity that stands in model or paper space has its owner: nowhere, since the header names
+    // both.
     enum Mode : std::uint8_t { kOwnerFiled = 0, kInPaperSpace = 1, kInModelSpace = 2 };
 
     bool hasGraphics = false;
     Bytes graphics;
     std::uint8_t mode = kOwnerFiled;
-    // The neighbours in the block are the objects with the handles before and behind; otherwise they are filed.
+    // The neighbours in the block are the objects with the handles before and behind; otherwise they are
+    // filed.
     bool linksImplied = true;
     std::uint16_t colour = 256;
     double linetypeScale = 1.0;
@@ -46,7 +48,9 @@ struct EntityLinks {
     std::uint64_t previous = 0;
     std::uint64_t next = 0;
 
-    bool operator==(const EntityLinks& other) const { return previous == other.previous && next == other.next; }
+    bool operator==(const EntityLinks& other) const {
+        return previous == other.previous && next == other.next;
+    }
 };
 
 // What every object of a drawing has around its own fields.

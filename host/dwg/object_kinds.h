@@ -24,7 +24,8 @@ struct ObjectKind {
     int proxyFlags = 0;
     // Makes the objects. Null while no class that can is registered.
     AcRxClass* maker = nullptr;
-    // The class that an object shows instead: the host's own name for a kind that it has no code for, or a proxy's.
+    // The class that an object shows instead: the host's own name for a kind that it has no code for, or a
+    // proxy's.
     AcRxClass* standIn = nullptr;
     bool standInIsProxy = false;
 };
@@ -51,7 +52,8 @@ private:
     std::map<std::uint16_t, Entry> m_entries;
 };
 
-// Registers a class without a maker for each kind whose number the format fixes, where the host has no code for it.
+// Registers a class without a maker for each kind whose number the format fixes, where the host has no code
+// for it.
 void registerFixedKinds();
 
 } // namespace embedded::dwg

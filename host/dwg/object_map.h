@@ -4,8 +4,8 @@
 
 namespace embedded::dwg {
 
-// Reads the pages that lead from handles to places in the file: `section` is where the map stands in `file`. Every
-// place is checked to hold an object's size, bytes and check sum. FileError for anything else.
+// Reads the pages that lead from handles to places in the file: `section` is where the map stands in `file`.
+// Every place is checked to hold an object's size, bytes and check sum. FileError for anything else.
 std::vector<ObjectSlot> readObjectMap(ByteSpan file, ByteSpan section);
 
 // The map's bytes for objects with their handles, ascending, and the addresses of their sizes.

@@ -7,7 +7,8 @@
 
 namespace embedded::dwg {
 
-// Little-endian numbers at whole bytes, as the frames of a file hold them. Readers: the caller has checked the place.
+// Little-endian numbers at whole bytes, as the frames of a file hold them. Readers: the caller has checked
+// the place.
 inline std::uint16_t shortAt(ByteSpan bytes, std::size_t offset) {
     return static_cast<std::uint16_t>(bytes[offset] | bytes[offset + 1] << 8);
 }

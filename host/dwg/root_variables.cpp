@@ -121,11 +121,20 @@ void writeRoots(const DatabaseCore& core, FileFrame& frame) {
 
 RootHandles rootHandles(const HeaderVariables& variables) {
     static const char* const kOrder[SecondHeader::kHandles] = {
-        "HANDSEED",      "BLOCK_CONTROL",    "LAYER_CONTROL",
-        "STYLE_CONTROL", "LTYPE_CONTROL",    "VIEW_CONTROL",
-        "UCS_CONTROL",   "VPORT_CONTROL",    "APPID_CONTROL",
-        "DIMSTYLE_CONTROL", "VX_CONTROL",    "DICTIONARY_NAMED_OBJECTS",
-        "DICTIONARY_MLINESTYLE", "DICTIONARY_GROUP",
+        "HANDSEED",
+        "BLOCK_CONTROL",
+        "LAYER_CONTROL",
+        "STYLE_CONTROL",
+        "LTYPE_CONTROL",
+        "VIEW_CONTROL",
+        "UCS_CONTROL",
+        "VPORT_CONTROL",
+        "APPID_CONTROL",
+        "DIMSTYLE_CONTROL",
+        "VX_CONTROL",
+        "DICTIONARY_NAMED_OBJECTS",
+        "DICTIONARY_MLINESTYLE",
+        "DICTIONARY_GROUP",
     };
     RootHandles roots;
     for (std::size_t i = 0; i < roots.handles.size(); ++i)

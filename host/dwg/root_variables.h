@@ -6,7 +6,8 @@
 
 namespace embedded::dwg {
 
-// FileError if the header variables do not name an object of its kind for all that a drawing cannot be without.
+// FileError if the header variables do not name an object of its kind for all that a drawing cannot be
+// without.
 void requireRoots(const FileFrame& frame);
 // Finds the objects that the header variables name, and those that every drawing has under a fixed name.
 void readRoots(DatabaseCore& core, const FileFrame& frame);

@@ -23,15 +23,15 @@ struct SecondHeader {
     std::uint8_t writerMaintenance = 0;
     std::uint16_t codePage = 30;
     std::array<Section, kSections> sections{};
-    // The next free handle, the nine symbol tables, the table of viewport headers, and the dictionaries of named
-    // objects, of multiline styles and of groups.
+    // The next free handle, the nine symbol tables, the table of viewport headers, and the dictionaries of
+    // named objects, of multiline styles and of groups.
     std::array<std::uint64_t, kHandles> handles{};
     // Behind the check sum; their meaning is not known. They go back as they came.
     std::array<std::uint8_t, 8> trailer{};
 };
 
-// The trailer of the second header that stands somewhere behind `from`, or zeros if there is none that is whole. The
-// rest of it says nothing that the file does not say elsewhere.
+// The trailer of the second header that stands somewhere behind `from`, or zeros if there is none that is
+// whole. The rest of it says nothing that the file does not say elsewhere.
 std::array<std::uint8_t, 8> secondHeaderTrailer(ByteSpan file, std::size_t from);
 
 // The whole section with its sentinels.

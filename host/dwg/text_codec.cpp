@@ -45,7 +45,8 @@ Escape escapeAt(std::wstring_view text, std::size_t at) {
         const int value = hexValue(text.substr(at + 3, 4));
         return value < 0 ? Escape{} : Escape{kUnicodeEscape, static_cast<char32_t>(value)};
     }
-    if (text[at + 1] != L'M' || text.size() - at < kMultibyteEscape || text[at + 3] < L'1' || text[at + 3] > L'5')
+    if (text[at + 1] != L'M' || text.size() - at < kMultibyteEscape || text[at + 3] < L'1' ||
+        text[at + 3] > L'5')
         return {};
     const int code = hexValue(text.substr(at + 4, 4));
     return code < 0 ? Escape{} : Escape{kMultibyteEscape, multibyteCharacter(text[at + 3], code)};

@@ -25,7 +25,8 @@ void AcadConsoleLogger::onLog(const std::string& /*document*/, const std::string
     if (message.empty() || level <= kLogDebug || isSilent(channel))
         return;
     std::wostringstream text;
-    text << L"\n[" << platform::widen(channel) << L"] " << to_string(level) << L" : " << platform::widen(message);
+    text << L"\n[" << platform::widen(channel) << L"] " << to_string(level) << L" : "
+         << platform::widen(message);
     acutPrintf(text.str().c_str());
 }
 

@@ -5,8 +5,8 @@
 
 namespace orv {
 
-// Prints errors and worse on the host's console, but for the channels that are of no use to its user. A percent sign in
-// a message is a directive to the console.
+// Prints errors and worse on the host's console, but for the channels that are of no use to its user. A
+// percent sign in a message is a directive to the console.
 class TALDORK_API AcadConsoleLogger : public ILogListener {
 public:
     void onLog(const std::string& document, const std::string& channel, LogLevel level,

@@ -33,7 +33,8 @@ bool hasModuleSuffix(const std::wstring& path) {
 // The file that the host is to load: the loader if it stands beside the module, else the module.
 std::wstring fileToLoad(const std::wstring& modulePath) {
     try {
-        const boost::filesystem::path loader = toFilePath(modulePath).parent_path() / toFilePath(kLoaderModule);
+        const boost::filesystem::path loader =
+            toFilePath(modulePath).parent_path() / toFilePath(kLoaderModule);
         const boost::filesystem::file_type type = boost::filesystem::status(loader).type();
         if (type == boost::filesystem::status_error || type == boost::filesystem::file_not_found)
             return modulePath;

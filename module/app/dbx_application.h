@@ -9,17 +9,17 @@
 
 namespace orv {
 
-// The frame of a module's application object: answers the host's messages, keeps what the module has loaded, and
-// writes the entry from which the host loads the module on demand. The virtual operations go on behind those of the
-// base; their order is known to other modules.
+// The frame of a module's application object: answers the host's messages, keeps what the module has loaded,
+// and writes the entry from which the host loads the module on demand. The virtual operations go on behind
+// those of the base; their order is known to other modules.
 class TALDORK_API DBX_Application : public AcRxDbxApp {
 public:
-    // `name` is the module's bare file name. An empty one makes an application that knows neither path nor handle; so
-    // does, for the path alone, a module that was loaded under another suffix than ".dbx".
+    // `name` is the module's bare file name. An empty one makes an application that knows neither path nor
+    // handle; so does, for the path alone, a module that was loaded under another suffix than ".dbx".
     explicit DBX_Application(const std::wstring& name);
 
-    // Unlocks and registers the application, attaches the module to the framework, then runs onBeforeInit, the
-    // base, registerClasses and the demand-load entry. The first code that is not 0 ends it.
+    // Unlocks and registers the application, attaches the module to the framework, then runs onBeforeInit,
+    // the base, registerClasses and the demand-load entry. The first code that is not 0 ends it.
     AcRx::AppRetCode On_kInitAppMsg(void* packet) override;
     // Unloads the dependencies, the newest first, and detaches the module from the framework.
     AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override;

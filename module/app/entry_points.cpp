@@ -9,22 +9,22 @@ using Operation = AcRx::AppRetCode (AcRxDbxApp::*)(void*);
 
 // The operation of each message, by its number.
 constexpr Operation kOperations[] = {
-    &AcRxDbxApp::On_kInitAppMsg,         // 0
-    &AcRxDbxApp::On_kUnloadAppMsg,       // 1
-    &AcRxDbxApp::On_kLoadDwgMsg,         // 2
-    &AcRxDbxApp::On_kUnloadDwgMsg,       // 3
-    &AcRxDbxApp::On_kInvkSubrMsg,        // 4
-    &AcRxDbxApp::On_kCfgMsg,             // 5
-    &AcRxDbxApp::On_kEndMsg,             // 6
-    &AcRxDbxApp::On_kQuitMsg,            // 7
-    &AcRxDbxApp::On_kSaveMsg,            // 8
-    &AcRxDbxApp::On_kDependencyMsg,      // 9
-    &AcRxDbxApp::On_kNoDependencyMsg,    // 10
-    &AcRxDbxApp::On_kOleUnloadAppMsg,    // 11
-    &AcRxDbxApp::On_kPreQuitMsg,         // 12
-    &AcRxDbxApp::On_kInitDialogMsg,      // 13
-    &AcRxDbxApp::On_kEndDialogMsg,       // 14
-    &AcRxDbxApp::On_kSuspendMsg,         // 15
+    &AcRxDbxApp::On_kInitAppMsg,      // 0
+    &AcRxDbxApp::On_kUnloadAppMsg,    // 1
+    &AcRxDbxApp::On_kLoadDwgMsg,      // 2
+    &AcRxDbxApp::On_kUnloadDwgMsg,    // 3
+    &AcRxDbxApp::On_kInvkSubrMsg,     // 4
+    &AcRxDbxApp::On_kCfgMsg,          // 5
+    &AcRxDbxApp::On_kEndMsg,          // 6
+    &AcRxDbxApp::On_kQuitMsg,         // 7
+    &AcRxDbxApp::On_kSaveMsg,         // 8
+    &AcRxDbxApp::On_kDependencyMsg,   // 9
+    &AcRxDbxApp::On_kNoDependencyMsg, // 10
+    &AcRxDbxApp::On_kOleUnloadAppMsg, // 11
+    &AcRxDbxApp::On_kPreQuitMsg,      // 12
+    &AcRxDbxApp::On_kInitDialogMsg,   // 13
+    &AcRxDbxApp::On_kEndDialogMsg,    // 14
+    &AcRxDbxApp::On_kSuspendMsg,      // 15
 };
 constexpr unsigned int kOperationCount = sizeof kOperations / sizeof kOperations[0];
 

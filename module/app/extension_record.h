@@ -4,8 +4,8 @@
 
 namespace orv {
 
-// This module's place in the framework's chain of extension modules. One for the module, whatever application objects
-// it has.
+// This module's place in the framework's chain of extension modules. One for the module, whatever application
+// objects it has.
 class ExtensionRecord {
 public:
     static ExtensionRecord& instance();

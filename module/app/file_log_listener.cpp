@@ -13,8 +13,8 @@ void FileLogListener::onLog(const std::string& document, const std::string& chan
                             const std::string& message) {
     if (!m_file.is_open())
         return;
-    m_file << "[" << document << "] [" << channel << "] " << CStringA(to_string(level).c_str()).GetString() << " : "
-           << message << "\n";
+    m_file << "[" << document << "] [" << channel << "] " << CStringA(to_string(level).c_str()).GetString()
+           << " : " << message << "\n";
     m_file.flush();
 }
 

@@ -8,7 +8,8 @@
 
 namespace orv {
 
-// Writes a line per message into a file, and each at once to the disk, so that it survives a crash of the host:
+// Writes a line per message into a file, and each at once to the disk, so that it survives a crash of the
+// host:
 // "[document] [channel] LEVEL : message".
 class TALDORK_API FileLogListener : public ILogListener {
 public:

@@ -40,12 +40,18 @@ ILogListener::~ILogListener() = default;
 
 std::wstring to_string(LogLevel level) {
     switch (static_cast<int>(level)) {
-    case kLogInfo: return L"INFO";
-    case kLogWarning: return L"WARNING";
-    case kLogDebug: return L"DEBUG";
-    case kLogError: return L"ERROR";
-    case kLogFatal: return L"FATAL";
-    default: return L"unknown";
+    case kLogInfo:
+        return L"INFO";
+    case kLogWarning:
+        return L"WARNING";
+    case kLogDebug:
+        return L"DEBUG";
+    case kLogError:
+        return L"ERROR";
+    case kLogFatal:
+        return L"FATAL";
+    default:
+        return L"unknown";
     }
 }
 

@@ -12,7 +12,8 @@
 
 namespace orv {
 
-// One channel: who hears of its messages. Listeners are called in the order of their pointers, each once per set.
+// One channel: who hears of its messages. Listeners are called in the order of their pointers, each once per
+// set.
 class TALDORK_API Log {
 public:
     // For every message. Null is ignored.
@@ -20,7 +21,8 @@ public:
     // For messages of exactly that level. Must not be null.
     void addListener(LogLevel level, boost::shared_ptr<ILogListener> listener);
 
-    // Hands the message to the listeners, then to those of the level; who stands in both places gets it twice.
+    // Hands the message to the listeners, then to those of the level; who stands in both places gets it
+    // twice.
     void log(const std::string& channel, LogLevel level, const std::string& message);
 
 private:
@@ -50,7 +52,8 @@ using DocumentNameFn = std::wstring (*)();
 TALDORK_API void setGetAcApDocumentNameFn(DocumentNameFn fn);
 
 namespace detail {
-// Makes sure that the channels outlive what the caller is about to build: who logs at its end calls it at its start.
+// Makes sure that the channels outlive what the caller is about to build: who logs at its end calls it at its
+// start.
 void keepLogs();
 } // namespace detail
 

@@ -9,7 +9,8 @@
 
 namespace orv {
 
-// Hears of messages. May throw, which ends the delivery; may not add or remove listeners of the channel that calls.
+// Hears of messages. May throw, which ends the delivery; may not add or remove listeners of the channel that
+// calls.
 class TALDORK_API ILogListener : boost::noncopyable {
 public:
     virtual ~ILogListener();

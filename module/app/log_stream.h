@@ -8,9 +8,9 @@
 
 namespace orv {
 
-// Composes messages piece by piece. A line feed at the end of what is streamed, or an empty line in it, sends what was
-// gathered; a line feed between two words just joins them. Whatever is left is sent at the stream's end. Belongs to one
-// function; the level is DEBUG until setLevel changes it.
+// Composes messages piece by piece. A line feed at the end of what is streamed, or an empty line in it, sends
+// what was gathered; a line feed between two words just joins them. Whatever is left is sent at the stream's
+// end. Belongs to one function; the level is DEBUG until setLevel changes it.
 class TALDORK_API LogStream {
 public:
     explicit LogStream(const std::string& channel);
@@ -19,7 +19,8 @@ public:
     LogStream(const LogStream&) = delete;
     LogStream& operator=(const LogStream&) = delete;
 
-    template <class T> LogStream& operator<<(const T& value) {
+    template <class T>
+    LogStream& operator<<(const T& value) {
         std::ostringstream stream;
         stream << value;
         append(stream.str());

@@ -12,8 +12,8 @@ constexpr const wchar_t* kModule = L"taldork191_x64.dbx";
 // The command module that stands on this one. Its commands have to be gone before anything they use goes.
 constexpr const wchar_t* kCommandModule = L"taldork.arx";
 
-// The family, in the order in which it is taken down: each command module before its object module, the command
-// module of this one once more, this one itself, and at last what everything stands on.
+// The family, in the order in which it is taken down: each command module before its object module, the
+// command module of this one once more, this one itself, and at last what everything stands on.
 constexpr const wchar_t* kFamily[] = {
     L"orv_velmar.arx",
     L"orv_velmar191_x64.dbx",
@@ -44,7 +44,8 @@ Taldork_DBX_Application::~Taldork_DBX_Application() = default;
 
 AcRx::AppRetCode Taldork_DBX_Application::On_kUnloadAppMsg(void* packet) {
     unload(kCommandModule);
-    // What the family's modules have registered here is to be dropped at this place, while their code is still loaded.
+    // What the family's modules have registered here is to be dropped at this place, while their code is
+    // still loaded.
     for (const wchar_t* const module : kFamily)
         unload(module);
     return orv::DBX_Application::On_kUnloadAppMsg(packet);

@@ -8,15 +8,23 @@ namespace orv::acad {
 
 namespace {
 
+// False if somebody else has the dictionary open: writing to it now would end the process.
+bool makeWritable(AcDbDictionary& dict) {
+    ORV_NOTE_STATUS(dict.upgradeOpen());
+    return dict.isWriteEnabled();
+}
+
 // Takes an entry out whose object no longer exists.
 void dropStaleEntry(AcDbDictionary& dict, const wchar_t* name) {
-    ORV_NOTE_STATUS(dict.upgradeOpen());
+    if (!makeWritable(dict))
+        return;
     ORV_NOTE_STATUS(dict.remove(name));
     ORV_NOTE_STATUS(dict.downgradeOpen());
 }
 
 void addDictionary(AcDbDictionary& dict, const wchar_t* name, AcDbObjectId& id) {
-    ORV_NOTE_STATUS(dict.upgradeOpen());
+    if (!makeWritable(dict))
+        return;
     auto* const added = new AcDbDictionary;
     const Acad::ErrorStatus es = dict.setAt(name, added, id);
     ORV_NOTE_STATUS(es);

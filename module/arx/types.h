@@ -6,8 +6,8 @@
 
 namespace orv {
 
-// Whether two statuses are equal. When they are not, reports both with the host's texts, the expression that gave the
-// first, and the place where it was run.
+// Whether two statuses are equal. When they are not, reports both with the host's texts, the expression that
+// gave the first, and the place where it was run.
 TALDORK_API bool checkErrorStatus(Acad::ErrorStatus es, Acad::ErrorStatus es2, const char* expression,
                                   const char* file, int line);
 

@@ -22,7 +22,8 @@ public:
     AssertSite& value(const char* name, const char* text);
     AssertSite& value(const char* name, const std::wstring& text);
     AssertSite& value(const char* name, const wchar_t* text);
-    template <class T> AssertSite& value(const char* name, const T& shown) {
+    template <class T>
+    AssertSite& value(const char* name, const T& shown) {
         std::wostringstream stream;
         stream << shown;
         return value(name, stream.str());
@@ -32,8 +33,8 @@ public:
     AssertSite& warning(const char* message);
     AssertSite& error(const char* message);
 
-    // What the macro's two names come out at when no further value follows: a name of a macro that takes arguments
-    // stays as it stands when no parenthesis follows.
+    // What the macro's two names come out at when no further value follows: a name of a macro that takes
+    // arguments stays as it stands when no parenthesis follows.
     AssertSite& ORV_ASSERT_A = *this;
     AssertSite& ORV_ASSERT_B = *this;
 
@@ -41,22 +42,23 @@ private:
     smartassert::SmartAssert m_report;
 };
 
-// Makes an expression of type void from a site and its chain; binds weaker than the chain, stronger than `?:`.
+// Makes an expression of type void from a site and its chain; binds weaker than the chain, stronger than
+// `?:`.
 struct AssertEnd {
     void operator&(AssertSite&) const {}
 };
 
 } // namespace orv::detail
 
-// Reports a condition that does not hold. It changes nothing in the flow: what follows decides. Values and at most
-// one severity may be chained on, in this order:
+// Reports a condition that does not hold. It changes nothing in the flow: what follows decides. Values and at
+// most one severity may be chained on, in this order:
 //
 //     ORV_ASSERT(index < size)(index)(size).debug("out of range");
 //
 // The condition's and the values' source texts go into the report.
-#define ORV_ASSERT(condition)                                                                                      \
-    (condition) ? static_cast<void>(0)                                                                             \
-                : ::orv::detail::AssertEnd() &                                                                     \
+#define ORV_ASSERT(condition)                                                                                \
+    (condition) ? static_cast<void>(0)                                                                       \
+                : ::orv::detail::AssertEnd() &                                                               \
                       ::orv::detail::AssertSite(#condition, __FILE__, __LINE__).ORV_ASSERT_A
 
 #define ORV_ASSERT_A(shown) value(#shown, shown).ORV_ASSERT_B

@@ -13,7 +13,8 @@ namespace orv {
 
 namespace {
 
-// What is asked of a stream at once. A damaged size costs at most this much memory before the stream runs dry.
+// What is asked of a stream at once. A damaged size costs at most this much memory before the stream runs
+// dry.
 constexpr std::size_t kReadStep = std::size_t{16} << 20;
 
 } // namespace

@@ -26,8 +26,8 @@ public:
     }
     void swap(Blob& other) noexcept;
 
-    // Takes a copy of `len` bytes. Null and 0 together make it empty; just one of them is reported and makes it
-    // empty too. `data` may lie in this very block.
+    // Takes a copy of `len` bytes. Null and 0 together make it empty; just one of them is reported and makes
+    // it empty too. `data` may lie in this very block.
     void assign(const void* data, std::size_t len);
 
     // Cuts the block, or lengthens it with zeros. 0 makes it empty.
@@ -41,13 +41,16 @@ public:
     unsigned char* data() { return m_data; }
 
     // The bytes as a pointer type, untested: who asks has compared the size with the layout first.
-    template <class T> T cast() const { return reinterpret_cast<T>(m_data); }
+    template <class T>
+    T cast() const {
+        return reinterpret_cast<T>(m_data);
+    }
 
-    // The size as 32 bits, and the bytes if there are any. The first failing status, or eOk. Of a size of 4 GiB and
-    // more the low 32 bits are filed.
+    // The size as 32 bits, and the bytes if there are any. The first failing status, or eOk. Of a size of 4
+    // GiB and more the low 32 bits are filed.
     Acad::ErrorStatus dwgOut(AcDbDwgFiler* filer) const;
-    // Replaces the content with what dwgOut wrote. After a failure the block is no longer than what was asked for
-    // so far; a size that the stream does not hold never takes more memory than the stream could fill.
+    // Replaces the content with what dwgOut wrote. After a failure the block is no longer than what was asked
+    // for so far; a size that the stream does not hold never takes more memory than the stream could fill.
     Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
 
 private:

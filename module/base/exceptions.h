@@ -29,7 +29,8 @@ struct TALDORK_API IOErrorException : Exception {
 // A value is of another type than the one asked for. Null stands for an unknown type.
 struct TALDORK_API TypeMismatchException : Exception {
     // `context` is accepted so that all of the family are built alike; it is no part of the message.
-    TypeMismatchException(const std::type_info* expected, const std::type_info* got, const std::string& context);
+    TypeMismatchException(const std::type_info* expected, const std::type_info* got,
+                          const std::string& context);
 };
 
 struct TALDORK_API NotFoundException : Exception {

@@ -9,14 +9,16 @@ namespace orv {
 namespace {
 
 // Paths are of wide text on one system and of narrow text on the others.
-template <class Native> Native toNative(const std::wstring& text) {
+template <class Native>
+Native toNative(const std::wstring& text) {
     if constexpr (std::is_same_v<Native, std::wstring>)
         return text;
     else
         return platform::toSystem(text);
 }
 
-template <class Native> std::wstring fromNative(const Native& native) {
+template <class Native>
+std::wstring fromNative(const Native& native) {
     if constexpr (std::is_same_v<Native, std::wstring>)
         return native;
     else

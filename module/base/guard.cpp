@@ -17,8 +17,8 @@ void printUnhandled(const wchar_t* path, int line) {
 }
 
 void printCriticalFilingError() {
-    // The two characters before "ffnen" are the two bytes of an umlaut that was once stored wrongly. The text is
-    // known to users and to support in this form, so it stays.
+    // The two characters before "ffnen" are the two bytes of an umlaut that was once stored wrongly. The text
+    // is known to users and to support in this form, so it stays.
     orvBeep << L"Kritischer Fehler in Vandril, speichern Sie die Zeichnung unter anderem Namen, "
                L"starten Sie Vandril neu und \u00C3\u00B6ffnen Sie die Datei mit 'Wiederherstellen'."
             << endl;

@@ -23,7 +23,8 @@ int toInt(const wchar_t* text) {
 
 IntText::IntText(int number, int digits) : m_begin(m_text + kCapacity - 1) {
     *m_begin = L'\0';
-    std::uint32_t rest = number < 0 ? 0u - static_cast<std::uint32_t>(number) : static_cast<std::uint32_t>(number);
+    std::uint32_t rest =
+        number < 0 ? 0u - static_cast<std::uint32_t>(number) : static_cast<std::uint32_t>(number);
     const wchar_t* const end = m_begin;
     while (rest != 0 || end - m_begin < digits) {
         *--m_begin = static_cast<wchar_t>(L'0' + rest % 10);

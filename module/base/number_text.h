@@ -4,8 +4,8 @@
 
 namespace orv {
 
-// The number at the beginning of a text: leading blanks, a sign, digits; whatever follows ends it. 0 if there is no
-// digit; numbers outside the range of int give its nearest end.
+// The number at the beginning of a text: leading blanks, a sign, digits; whatever follows ends it. 0 if there
+// is no digit; numbers outside the range of int give its nearest end.
 TALDORK_API int toInt(const wchar_t* text);
 
 // A number as text without a heap: the characters live in the object.

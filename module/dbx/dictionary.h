@@ -7,8 +7,8 @@
 class AcDbDatabase;
 class AcString;
 
-// The entries of a drawing's named object dictionary below which everything of this system hangs. All answer null,
-// with a report, for a null database or a drawing whose named object dictionary cannot be had.
+// The entries of a drawing's named object dictionary below which everything of this system hangs. All answer
+// null, with a report, for a null database or a drawing whose named object dictionary cannot be had.
 namespace orv::dictionary {
 
 // A dictionary at the top, made if it is missing.

@@ -17,7 +17,8 @@ namespace orv::acad {
 
 namespace {
 
-// The layout of texts that is written today: ".data" holds 16-bit units. Before it held as many bytes as ".size" says.
+// The layout of texts that is written today: ".data" holds 16-bit units. Before it held as many bytes as
+// ".size" says.
 constexpr int kTextVersion = 2;
 
 // Above this, a size is only believed if the text is as long.
@@ -61,7 +62,8 @@ bool readBytes(AcDbObjectId generalId, const std::wstring& name, void* data, std
     return true;
 }
 
-bool overwriteRecord(ORV_CDBTransactionManager& manager, AcDbObjectId id, const void* data, Adesk::Int32 len) {
+bool overwriteRecord(ORV_CDBTransactionManager& manager, AcDbObjectId id, const void* data,
+                     Adesk::Int32 len) {
     AcDbObject* object = nullptr;
     manager.getObject(object, id, AcDb::kForWrite, false, true);
     ORV_CObjCdbRecord* const pRec = ORV_CObjCdbRecord::cast(object);
@@ -109,9 +111,10 @@ bool holdsBytes(AcDbObjectId generalId, const std::wstring& name, std::size_t le
 }
 
 // Reads into units that are there already. The report speaks of filed widths.
-bool readUnits(AcDbObjectId generalId, const std::wstring& dbName, const std::wstring& name, int version, int size,
-               std::u16string& value) {
-    const std::size_t bytes = static_cast<std::size_t>(size) * (version < kTextVersion ? 1 : sizeof(value[0]));
+bool readUnits(AcDbObjectId generalId, const std::wstring& dbName, const std::wstring& name, int version,
+               int size, std::u16string& value) {
+    const std::size_t bytes =
+        static_cast<std::size_t>(size) * (version < kTextVersion ? 1 : sizeof(value[0]));
     const bool succ = value.size() == static_cast<std::size_t>(size) &&
                       readBytes(generalId, name + L".data", value.data(), bytes);
     // clang-format off

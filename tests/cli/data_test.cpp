@@ -57,6 +57,17 @@ TEST_F(DataTest, WhatIsNotThereFails) {
     expectFailure(taldork({"data", "get", drawing, "NONE", "none"}), drawing);
 }
 
+TEST_F(DataTest, FailedExpectationsOfTheModuleArePrintedWhenAskedFor) {
+    const std::string drawing = drawingWithStore();
+    // A text that has lost its characters.
+    done({"data", "set", drawing, "ASDWG", "title.size", "--raw", "03000000"});
+    expectFailure(taldork({"data", "get", drawing, "ASDWG", "title"}), drawing);
+    const ProgramRun told = taldork({"--verbose", "data", "get", drawing, "ASDWG", "title"});
+    EXPECT_EQ(told.code, 1);
+    EXPECT_NE(told.err.find("succ"), std::string::npos) << told.err;
+    EXPECT_NE(told.err.find("dbName=ASDWG"), std::string::npos) << told.err;
+}
+
 TEST_F(DataTest, RecordsAndGeneralDataDoNotTouchEachOther) {
     const std::string drawing = drawingWithStore();
     done({"records", "put", drawing, "10/0", "--hex", "01"});

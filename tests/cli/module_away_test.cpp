@@ -18,8 +18,7 @@ protected:
 
         fs::create_directory(folder.path() / "bin");
         for (const auto& entry : fs::directory_iterator(TALDORK_BIN))
-            if (entry.path().filename().string().rfind("tests_", 0) != 0 &&
-                entry.path().filename() != moduleFile)
+            if (isProgramFile(entry.path().filename().string()))
                 fs::copy_file(entry.path(), folder.path() / "bin" / entry.path().filename());
         // Otherwise the entry that the module wrote when it ran would bring it back from where it stands.
         fs::remove(file("registry.sqlite"));
@@ -28,6 +27,11 @@ protected:
 
     void bringBack() {
         fs::copy_file(fs::path(TALDORK_BIN) / moduleFile, folder.path() / "bin" / moduleFile);
+    }
+
+    /// Of what stands in the bin folder, what the program needs: itself, its libraries, its command module.
+    static bool isProgramFile(const std::string& name) {
+        return name != moduleFile && (name.rfind("taldork", 0) == 0 || name.rfind("lib", 0) == 0);
     }
 
     static constexpr const char* moduleFile = "taldork191_x64.dbx";
@@ -80,6 +84,14 @@ TEST_F(ModuleAwayTest, WhatNeedsTheModuleFailsInOneLine) {
     expectFailure(taldork({"new", file("b.dwg"), "--store", "A"}), "--store");
     EXPECT_FALSE(fs::exists(file("b.dwg")));
     EXPECT_TRUE(readWholeFile(drawing) == before);
+}
+
+TEST_F(ModuleAwayTest, AnEntryInTheRegistryThatNamesAMissingFileIsNoFailure) {
+    bringBack();
+    done({"info", drawing});
+    fs::remove(folder.path() / "bin" / moduleFile);
+    EXPECT_EQ(json({"info", drawing})["proxies"]["ORV_CDBRECORD"], 5);
+    done({"save", drawing, file("out.dwg")});
 }
 
 TEST_F(ModuleAwayTest, TheUsersRegistryBringsTheModuleFromElsewhere) {

@@ -12,8 +12,8 @@ namespace testing_support {
 
 using Calls = std::vector<std::string>;
 
-// Stands in the place of the host's linker while it lives, and writes down what it is asked to do. Nothing is really
-// loaded or unloaded.
+// Stands in the place of the host's linker while it lives, and writes down what it is asked to do. Nothing is
+// really loaded or unloaded.
 class LinkerRecorder {
 public:
     LinkerRecorder() {

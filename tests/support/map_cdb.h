@@ -9,8 +9,8 @@
 
 namespace testing_support {
 
-// A store in memory that follows the contract of a record store. Counts updates if asked to, refuses what it is told
-// to refuse, and keeps a log of its calls: "read 10/0 first", "del 10/-1" and so on.
+// A store in memory that follows the contract of a record store. Counts updates if asked to, refuses what it
+// is told to refuse, and keeps a log of its calls: "read 10/0 first", "del 10/-1" and so on.
 struct MapCdb : orv::cdb::ICdb {
     using Key = std::pair<int, int>;
     using Record = std::vector<unsigned char>;
@@ -69,7 +69,8 @@ struct MapCdb : orv::cdb::ICdb {
             keys.insert(key.first);
         return orv::cdb::CD_ERR_NONE;
     }
-    orv::cdb::cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int from, int to) const override {
+    orv::cdb::cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int from,
+                                               int to) const override {
         const auto group = groups.find(kwh);
         if (group == groups.end())
             return orv::cdb::CD_ERR_NOTFOUND;

@@ -12,9 +12,9 @@
 
 namespace testing_support {
 
-// Writes down each call as one line ("writeUInt32 1", "writeBytes 3: 01 02 ff"), and answers reads with what it was
-// fed, in order. From the call that `failAt` names on, by its number from 0, every call fails with `failure`. An
-// exception is thrown instead if `throwAt` names a call.
+// Writes down each call as one line ("writeUInt32 1", "writeBytes 3: 01 02 ff"), and answers reads with what
+// it was fed, in order. From the call that `failAt` names on, by its number from 0, every call fails with
+// `failure`. An exception is thrown instead if `throwAt` names a call.
 class RecordingFiler : public AcDbDwgFiler {
 public:
     std::vector<std::string> calls;
@@ -24,7 +24,8 @@ public:
     AcDb::FilerType type = AcDb::kBagFiler;
 
     // Numbers and bytes for the reads to come.
-    template <class T> RecordingFiler& feed(T number) {
+    template <class T>
+    RecordingFiler& feed(T number) {
         const auto* bytes = reinterpret_cast<const unsigned char*>(&number);
         m_fed.emplace_back(bytes, bytes + sizeof number);
         return *this;
@@ -40,8 +41,8 @@ public:
     void setFilerStatus(Acad::ErrorStatus es) override { m_status = es; }
     void resetFilerStatus() override { m_status = Acad::eOk; }
 
-#define RECORDED_ID(Kind)                                                                                          \
-    Acad::ErrorStatus read##Kind(AcDb##Kind* id) override { return readId("read" #Kind, *id); }                    \
+#define RECORDED_ID(Kind)                                                                                    \
+    Acad::ErrorStatus read##Kind(AcDb##Kind* id) override { return readId("read" #Kind, *id); }              \
     Acad::ErrorStatus write##Kind(const AcDb##Kind& id) override { return writeId("write" #Kind, id); }
     RECORDED_ID(HardOwnershipId)
     RECORDED_ID(HardPointerId)
@@ -49,8 +50,8 @@ public:
     RECORDED_ID(SoftPointerId)
 #undef RECORDED_ID
 
-#define RECORDED_NUMBER(Name, Type)                                                                                \
-    Acad::ErrorStatus read##Name(Type* value) override { return readNumber("read" #Name, *value); }                \
+#define RECORDED_NUMBER(Name, Type)                                                                          \
+    Acad::ErrorStatus read##Name(Type* value) override { return readNumber("read" #Name, *value); }          \
     Acad::ErrorStatus write##Name(Type value) override { return writeNumber("write" #Name, value); }
     RECORDED_NUMBER(Int8, Adesk::Int8)
     RECORDED_NUMBER(Int16, Adesk::Int16)
@@ -65,8 +66,8 @@ public:
     RECORDED_NUMBER(Double, double)
 #undef RECORDED_NUMBER
 
-#define RECORDED_UNUSED(Name, Type)                                                                                \
-    Acad::ErrorStatus read##Name(Type*) override { return note("read" #Name); }                                    \
+#define RECORDED_UNUSED(Name, Type)                                                                          \
+    Acad::ErrorStatus read##Name(Type*) override { return note("read" #Name); }                              \
     Acad::ErrorStatus write##Name(const Type&) override { return note("write" #Name); }
     RECORDED_UNUSED(Point2d, AcGePoint2d)
     RECORDED_UNUSED(Point3d, AcGePoint3d)
@@ -82,7 +83,9 @@ public:
         return note("writeString " + AcString(text).utf8());
     }
     Acad::ErrorStatus readString(AcString&) override { return note("readString"); }
-    Acad::ErrorStatus writeString(const AcString& text) override { return note("writeString " + text.utf8()); }
+    Acad::ErrorStatus writeString(const AcString& text) override {
+        return note("writeString " + text.utf8());
+    }
     Acad::ErrorStatus readAddress(void**) override { return note("readAddress"); }
     Acad::ErrorStatus writeAddress(const void*) override { return note("writeAddress"); }
     Acad::ErrorStatus seek(Adesk::Int64, int) override { return note("seek"); }
@@ -112,15 +115,18 @@ private:
             m_status = failure;
         return m_status;
     }
-    template <class T> Acad::ErrorStatus writeNumber(const char* name, T value) {
+    template <class T>
+    Acad::ErrorStatus writeNumber(const char* name, T value) {
         return note(std::string(name) + " " + std::to_string(value));
     }
-    template <class T> Acad::ErrorStatus readNumber(const char* name, T& value) {
+    template <class T>
+    Acad::ErrorStatus readNumber(const char* name, T& value) {
         value = T();
         const Acad::ErrorStatus es = note(name);
         return es == Acad::eOk ? take(&value, sizeof value) : es;
     }
-    template <class Id> Acad::ErrorStatus readId(const char* name, Id& id) {
+    template <class Id>
+    Acad::ErrorStatus readId(const char* name, Id& id) {
         id.setNull();
         return note(name);
     }

@@ -3,8 +3,8 @@
 #include "AcString.h"
 #include "dbmain.h"
 
-// The two entities with which a drawing file frames a block's entities. They belong to the block's record and are
-// not among its entities.
+// The two entities with which a drawing file frames a block's entities. They belong to the block's record and
+// are not among its entities.
 class AcDbBlockBegin : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockBegin);

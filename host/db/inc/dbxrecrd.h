@@ -4,15 +4,15 @@
 
 #include <vector>
 
-// Data of an application: a run of typed values, which is kept as the bytes that the drawing file has for it, and the
-// objects that it refers to.
+// Data of an application: a run of typed values, which is kept as the bytes that the drawing file has for it,
+// and the objects that it refers to.
 class AcDbXrecord : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbXrecord);
     AcDbXrecord();
 
-    // An object that the record refers to, with the drawing file's code of how: 2 and 3 soft and hard owner, 4 and 5
-    // soft and hard pointer.
+    // An object that the record refers to, with the drawing file's code of how: 2 and 3 soft and hard owner,
+    // 4 and 5 soft and hard pointer.
     struct Reference {
         Adesk::UInt8 code = 4;
         AcDbObjectId id;

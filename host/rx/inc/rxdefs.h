@@ -11,7 +11,7 @@
 namespace AcRx {
 
 // What the host tells an application through its entry point.
-enum AppMsgCode {
+enum AppMsgCode : int {
     kNullMsg = -1,
     kInitAppMsg = 0,
     kUnloadAppMsg = 1,

@@ -4,7 +4,8 @@
 
 namespace {
 
-template <class T> T reportAttempt(T result) {
+template <class T>
+T reportAttempt(T result) {
     ORV_ASSERT(false).debug("Attempt to use CDB STUBs!");
     return result;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The record stores: what one is, the one in the drawing, the manager and guards through which stores are held, and
-// copying and synchronising between any two of them.
+// The record stores: what one is, the one in the drawing, the manager and guards through which stores are
+// held, and copying and synchronising between any two of them.
 
 #include "dbx/cdb/cdb_manager.h"
 #include "dbx/cdb/cdb_types.h"

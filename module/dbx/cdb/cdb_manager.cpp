@@ -72,7 +72,8 @@ const CdbManager::Creator* CdbManager::findCreator(CdbType type) const {
 
 const CdbManager::Creator* CdbManager::findCreatorFor(CdbType type, const std::wstring& name) const {
     const Creator* const createCdbFn = findCreator(type);
-    ORV_ASSERT(createCdbFn)(type)(name).error("no function available for creating CDB object of requested type.");
+    ORV_ASSERT(createCdbFn)
+    (type)(name).error("no function available for creating CDB object of requested type.");
     return createCdbFn;
 }
 

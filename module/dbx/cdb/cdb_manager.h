@@ -11,11 +11,12 @@
 
 namespace orv::cdb {
 
-// The open stores by name and kind, shared and counted. The key knows no drawing: as long as an entry is there, every
-// drawing that asks gets the same store. So a store is to be closed before its drawing goes.
+// The open stores by name and kind, shared and counted. The key knows no drawing: as long as an entry is
+// there, every drawing that asks gets the same store. So a store is to be closed before its drawing goes.
 class TALDORK_API CdbManager : boost::noncopyable {
 public:
-    // Makes a store and opens it. Empty if that is impossible; a store that is not there is given back unopened.
+    // Makes a store and opens it. Empty if that is impossible; a store that is not there is given back
+    // unopened.
     using Creator = boost::function<boost::shared_ptr<ICdb>(const std::wstring& name, CdbLockMode lockMode)>;
 
     static CdbManager& instance();
@@ -24,12 +25,15 @@ public:
     // The first creator of a kind stays; a second one is reported.
     void regCreator(CdbType type, Creator creator);
 
-    // The store that is registered, or a new one, which is registered with count 1. Empty, with a report, if there is
-    // no creator or it made nothing. A store that could not be opened is reported when it is made, and registered.
+    // The store that is registered, or a new one, which is registered with count 1. Empty, with a report, if
+    // there is no creator or it made nothing. A store that could not be opened is reported when it is made,
+    // and registered.
     boost::shared_ptr<ICdb> open(const std::wstring& name, CdbType type, CdbLockMode lockMode);
-    // A new store that the manager does not know of. Empty as the creator says, or with a report if there is none.
+    // A new store that the manager does not know of. Empty as the creator says, or with a report if there is
+    // none.
     boost::shared_ptr<ICdb> createOnly(const std::wstring& name, CdbType type, CdbLockMode lockMode);
-    // Gives one count back; the last one takes the entry out. The store lives on as long as somebody holds it.
+    // Gives one count back; the last one takes the entry out. The store lives on as long as somebody holds
+    // it.
     void close(const std::wstring& name, CdbType type);
     // Forgets all stores, whatever their counts, and keeps the creators.
     void closeAll();

@@ -14,8 +14,8 @@ ORV_DEFINE_CLASS(ORV_CObjCdbRecord, orv::kObjCdbRecordRow)
 
 namespace {
 
-// Up to here a block is made before its bytes are read. Above, the bytes are gathered first, so that a damaged length
-// cannot take more memory than the stream has bytes to fill.
+// Up to here a block is made before its bytes are read. Above, the bytes are gathered first, so that a
+// damaged length cannot take more memory than the stream has bytes to fill.
 constexpr Adesk::Int32 kTrustedLength = 16 << 20;
 
 } // namespace

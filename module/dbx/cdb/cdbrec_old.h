@@ -5,8 +5,8 @@
 
 #include "dbmain.h"
 
-// A record of older drawings, and what general data are kept in to this day. Unlike the newer class its content can
-// be changed in place.
+// A record of older drawings, and what general data are kept in to this day. Unlike the newer class its
+// content can be changed in place.
 class TALDORK_API ORV_CObjCdbRecord : public AcDbObject {
 public:
     ORV_DECLARE_CLASS(ORV_CObjCdbRecord);
@@ -16,7 +16,8 @@ public:
     ORV_CObjCdbRecord(const void* data, Adesk::Int32 len);
     ~ORV_CObjCdbRecord() override;
 
-    // Needs write. Copies the bytes over the present ones; the block is replaced only when the length changes.
+    // Needs write. Copies the bytes over the present ones; the block is replaced only when the length
+    // changes.
     void setData(const void* data, Adesk::Int32 len);
     // The bytes, which belong to the record. Null in a fresh object. The open state is not looked at.
     void* getData();

@@ -6,15 +6,15 @@
 #include <map>
 #include <utility>
 
-// Bring one store up to the state of another. A copy writes what the source has and leaves everything else in the
-// target; a sync also deletes from the target what the source lacks. The plain forms carry a key's whole sequence, the
-// header forms only its first record. Ranges are closed, keys go in ascending order, and the position of both stores is
-// used. All throw orv::Exception("cdb::copy(): failed to write.\n") when the target refuses a write, and stop there;
-// what a read or a deletion answers is not looked at.
+// Bring one store up to the state of another. A copy writes what the source has and leaves everything else in
+// the target; a sync also deletes from the target what the source lacks. The plain forms carry a key's whole
+// sequence, the header forms only its first record. Ranges are closed, keys go in ascending order, and the
+// position of both stores is used. All throw orv::Exception("cdb::copy(): failed to write.\n") when the
+// target refuses a write, and stop there; what a read or a deletion answers is not looked at.
 namespace orv::cdb {
 
-// The update number of each source key at its last copy. Belongs to the caller, who keeps it from one sync to the next;
-// entries are never taken out.
+// The update number of each source key at its last copy. Belongs to the caller, who keeps it from one sync to
+// the next; entries are never taken out.
 using UpdateNos = std::map<std::pair<int, int>, int>;
 
 // One key. A key that the source lacks leaves the target's as it was.
@@ -39,8 +39,8 @@ TALDORK_API void copyHeader(const ICdb& src, ICdb& dst, int kwh, int kwl);
 TALDORK_API void sync(const ICdb& src, ICdb& dst, int kwh);
 // The same, copying changed keys only.
 TALDORK_API void sync(const ICdb& src, ICdb& dst, int kwh, UpdateNos& updateNos);
-// The same in a range. When none of the target's keys in the range survive, the whole group is deleted, keys outside
-// the range too.
+// The same in a range. When none of the target's keys in the range survive, the whole group is deleted, keys
+// outside the range too.
 TALDORK_API void sync(const ICdb& src, ICdb& dst, int kwh, int kwlFrom, int kwlTo, UpdateNos& updateNos);
 // A range of a group; keys outside it are never touched.
 TALDORK_API void syncRange(const ICdb& src, ICdb& dst, int kwh, int kwlFrom, int kwlTo);

@@ -25,8 +25,8 @@ cd_error_t stepKey(const std::set<int>& keys, int& kwl) {
         kwl = *found;
         return CD_ERR_NONE;
     }
-    // Behind the first key a value that is no key ends the walk, also where a following key exists: a walk whose
-    // present key was deleted stops.
+    // Behind the first key a value that is no key ends the walk, also where a following key exists: a walk
+    // whose present key was deleted stops.
     if (kwl >= *keys.begin())
         return CD_ERR_NOTFOUND;
     kwl = *keys.begin();

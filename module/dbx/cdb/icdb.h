@@ -11,25 +11,27 @@
 
 namespace orv::cdb {
 
-// A record store. Under a key, the pair of `kwh` (the group, never negative) and `kwl` (the entry in the group), lies
-// a sequence of records; the one at position 0 is the key's header. A store keeps one position for reading and writing,
-// which even a `const` read moves, so nobody else may use it during a walk over a sequence. Stores are owned through
-// boost::shared_ptr and used from the host's main thread.
+// A record store. Under a key, the pair of `kwh` (the group, never negative) and `kwl` (the entry in the
+// group), lies a sequence of records; the one at position 0 is the key's header. A store keeps one position
+// for reading and writing, which even a `const` read moves, so nobody else may use it during a walk over a
+// sequence. Stores are owned through boost::shared_ptr and used from the host's main thread.
 //
-// The order of the virtual operations is known to other modules. A compiler that groups overloads in its table of
-// virtual operations puts the two forms of getUpdateNo in the opposite order; those modules are built with the same.
+// The order of the virtual operations is known to other modules. A compiler that groups overloads in its
+// table of virtual operations puts the two forms of getUpdateNo in the opposite order; those modules are
+// built with the same.
 struct TALDORK_API ICdb : boost::noncopyable {
     // A store closes itself.
     virtual ~ICdb();
 
-    // Binds the object to the store of that name. CD_ERR_NOTFOUND if there is none; the object stays usable for
-    // another try.
+    // Binds the object to the store of that name. CD_ERR_NOTFOUND if there is none; the object stays usable
+    // for another try.
     virtual cd_error_t open(const std::wstring& name, CdbLockMode lockMode) = 0;
     virtual bool isOpen() const = 0;
     virtual cd_error_t close() = 0;
 
-    // Steps `kwl` to the group's next key in ascending order. A walk starts from any value below the first key and
-    // ends with CD_ERR_NOTFOUND; so does a step from a value that is no key (any more) and not below the first.
+    // Steps `kwl` to the group's next key in ascending order. A walk starts from any value below the first
+    // key and ends with CD_ERR_NOTFOUND; so does a step from a value that is no key (any more) and not below
+    // the first.
     virtual cd_error_t getNextKey(int& kwh, int& kwl) const = 0;
     // Add the group's entries to `keys`, which is not cleared. CD_ERR_NOTFOUND if the group is missing.
     virtual cd_error_t getKeysForKwh(int kwh, std::set<int>& keys) const = 0;
@@ -40,9 +42,9 @@ struct TALDORK_API ICdb : boost::noncopyable {
     virtual cd_error_t lock(int kwh, int kwl) = 0;
     virtual cd_error_t unlock(int kwh, int kwl) = 0;
 
-    // Steps the position and delivers a record of n bytes. `len` is the buffer's size on entry and n on return; 0 on
-    // entry means n, so who passes 0 and a buffer vouches for its size. `data` may be null to ask for the size.
-    // CD_ERR_EMPTY if there is nothing to copy; CD_ERR_TRUNCATED if `len` was below n.
+    // Steps the position and delivers a record of n bytes. `len` is the buffer's size on entry and n on
+    // return; 0 on entry means n, so who passes 0 and a buffer vouches for its size. `data` may be null to
+    // ask for the size. CD_ERR_EMPTY if there is nothing to copy; CD_ERR_TRUNCATED if `len` was below n.
     virtual cd_error_t read(int kwh, int kwl, void* data, std::size_t& len, CdbReadWriteMode mode) const = 0;
     // Steps the position and stores `len` bytes there; `data` is not null and `len` above 0.
     virtual cd_error_t write(int kwh, int kwl, const void* data, std::size_t len, CdbReadWriteMode mode) = 0;
@@ -51,8 +53,8 @@ struct TALDORK_API ICdb : boost::noncopyable {
 
     // -1 unless the store says otherwise.
     virtual int getIndex() const;
-    // Numbers that change whenever the key's content, or the store's, changes. Only compared for equality. -1 for
-    // ever from a store that does not count.
+    // Numbers that change whenever the key's content, or the store's, changes. Only compared for equality. -1
+    // for ever from a store that does not count.
     virtual int getUpdateNo(int kwh, int kwl) const;
     virtual int getUpdateNo() const;
 };

@@ -22,8 +22,8 @@ private:
     // Whoever gathers keys and takes their locks.
     friend struct LockAccess;
 
-    // Takes the lock of each key in ascending order. Throws orv::Exception at the first that is refused; those taken
-    // before it are given back by the destructor alone.
+    // Takes the lock of each key in ascending order. Throws orv::Exception at the first that is refused;
+    // those taken before it are given back by the destructor alone.
     void doLock();
 
     std::set<std::pair<int, int>> m_keys;

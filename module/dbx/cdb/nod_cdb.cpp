@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <climits>
 #include <memory>
+#include <typeinfo>
 #include <vector>
 
 namespace orv::cdb {
@@ -25,31 +26,40 @@ struct PositionText : IntText {
 };
 
 // Calls `visit` with the key of each entry until it answers false. A name that is no number counts as key 0.
-template <class Visit> void forEachKey(const AcDbDictionary& dict, Visit visit) {
+template <class Visit>
+void forEachKey(const AcDbDictionary& dict, Visit visit) {
     const std::unique_ptr<AcDbDictionaryIterator> entries(dict.newIterator());
     for (; !entries->done(); entries->next())
         if (!visit(toInt(entries->name())))
             return;
 }
 
-// Adds the group's keys within the bounds. They come in the order of the drawing and are sorted first, since a set
-// takes ascending keys at once.
-void listKeys(const AcDbDictionary& dict, std::set<int>& keys, int from, int to) {
+// The group's keys within the bounds, sorted. A drawing may list a key twice, under two names.
+std::vector<int> listKeys(const AcDbDictionary& dict, int from, int to) {
     std::vector<int> listed;
+    bool ascending = true;
     forEachKey(dict, [&](int kwl) {
-        if (from <= kwl && kwl <= to)
+        if (from <= kwl && kwl <= to) {
+            ascending = ascending && (listed.empty() || listed.back() < kwl);
             listed.push_back(kwl);
+        }
         return true;
     });
-    if (!std::is_sorted(listed.begin(), listed.end()))
+    if (!ascending) {
         std::sort(listed.begin(), listed.end());
-    auto hint = keys.begin();
-    for (const int kwl : listed)
-        hint = std::next(keys.insert(hint, kwl));
+        listed.erase(std::unique(listed.begin(), listed.end()), listed.end());
+    }
+    return listed;
 }
 
-// Opens what was taken out of its dictionary, in the working drawing, and erases it. That it fails is of no matter:
-// nothing refers to the object any more.
+// A set takes ascending keys at its end without a search.
+void addAll(std::set<int>& keys, const std::vector<int>& listed) {
+    for (const int kwl : listed)
+        keys.insert(keys.end(), kwl);
+}
+
+// Opens what was taken out of its dictionary, in the working drawing, and erases it. That it fails is of no
+// matter: nothing refers to the object any more.
 void eraseRemoved(AcDbObjectId id) {
     ORV_CDBTransactionManager manager(acdbHostApplicationServices()->workingDatabase(), false);
     AcDbObject* object = nullptr;
@@ -88,6 +98,20 @@ void reportNoKeyDictionary(int kwh, int kwl, AcDbObjectId idKwl) {
         .value("idKwl.objectClass()->name()", found != nullptr ? found->name() : nullptr);
 }
 
+// Puts a new record under a name that is free. CD_ERR_FAILED if the host refuses it.
+cd_error_t addRecord(AcDbDictionary& dict, const PositionText& name, const void* data, std::size_t len) {
+    auto* const record = new ORV_CdbRecord(data, len);
+    AcDbObjectId recordId;
+    const Acad::ErrorStatus es = dict.setAt(name, record, recordId);
+    ORV_ASSERT(es == Acad::eOk)(es);
+    if (es == Acad::eOk)
+        ORV_NOTE_STATUS(record->close());
+    else
+        delete record; // nobody took it over
+    ORV_ASSERT(!recordId.isNull());
+    return es == Acad::eOk && !recordId.isNull() ? CD_ERR_NONE : CD_ERR_FAILED;
+}
+
 void step(int& position, CdbReadWriteMode mode) {
     if (mode == kFirstRecord)
         position = 0;
@@ -112,7 +136,8 @@ cd_error_t NodCdb::open(const std::wstring& name, CdbLockMode lockMode) {
     if (m_db == nullptr)
         return CD_ERR_FAILED;
     ORV_CDBTransactionManager manager(m_db, false);
-    AcDbDictionary* const namedDict = acad::openDictionary(m_db->namedObjectsDictionaryId(), AcDb::kForRead, m_db);
+    AcDbDictionary* const namedDict =
+        acad::openDictionary(m_db->namedObjectsDictionaryId(), AcDb::kForRead, m_db);
     ORV_ASSERT(namedDict);
     if (namedDict == nullptr)
         return CD_ERR_FAILED;
@@ -190,7 +215,17 @@ cd_error_t NodCdb::getKeysForKwh(int kwh, std::set<int>& keys) const {
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
         return CD_ERR_NOTFOUND;
-    listKeys(*dict, keys, INT_MIN, INT_MAX);
+    addAll(keys, listKeys(*dict, INT_MIN, INT_MAX));
+    return CD_ERR_NONE;
+}
+
+cd_error_t NodCdb::listKeysForKwh(int kwh, std::vector<int>& keys) const {
+    ORV_CDBTransactionManager manager(m_db, false);
+    keys.clear();
+    const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
+    if (dict == nullptr)
+        return CD_ERR_NOTFOUND;
+    keys = listKeys(*dict, INT_MIN, INT_MAX);
     return CD_ERR_NONE;
 }
 
@@ -200,7 +235,7 @@ cd_error_t NodCdb::getKeysForKwhAndRange(int kwh, std::set<int>& keys, int kwlFr
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
         return CD_ERR_NOTFOUND;
-    listKeys(*dict, keys, kwlFrom, kwlTo);
+    addAll(keys, listKeys(*dict, kwlFrom, kwlTo));
     return CD_ERR_NONE;
 }
 
@@ -253,30 +288,54 @@ cd_error_t NodCdb::write(int kwh, int kwl, const void* data, std::size_t len, Cd
     ORV_ASSERT(isOpen());
     step(position, mode);
     if (mode == kFirstRecord) {
-        const cd_error_t err = del(kwh, kwl);
+        cd_error_t err = CD_ERR_NONE;
+        if (_rewriteKey(kwh, kwl, data, len, err))
+            return err;
+        err = del(kwh, kwl);
         ORV_ASSERT(err == CD_ERR_NONE || err == CD_ERR_NOTFOUND);
     }
-    const PositionText name(position);
     AcDbDictionary* const dict = _getDictForKwhKwl(kwh, kwl, AcDb::kForWrite, true);
     if (dict == nullptr)
         return CD_ERR_NOTFOUND;
     ORV_ASSERT(dict->isWriteEnabled());
     if (!dict->isWriteEnabled())
         return CD_ERR_FAILED;
+    const PositionText name(position);
     AcDbObjectId replaced;
     if (dict->remove(name, replaced) == Acad::eOk && !replaced.isNull())
         eraseRemoved(replaced);
+    return addRecord(*dict, name, data, len);
+}
 
-    auto* const record = new ORV_CdbRecord(data, len);
-    AcDbObjectId recordId;
-    const Acad::ErrorStatus es = dict->setAt(name, record, recordId);
-    ORV_ASSERT(es == Acad::eOk)(es);
-    if (es == Acad::eOk)
-        ORV_NOTE_STATUS(record->close());
-    else
-        delete record; // nobody took it over
-    ORV_ASSERT(!recordId.isNull());
-    return es == Acad::eOk && !recordId.isNull() ? CD_ERR_NONE : CD_ERR_FAILED;
+// A first write deletes the key and makes it anew. Here this is done in one go, with each dictionary looked
+// up once. It answers false with nothing done when anything is out of order; the long way then does what can
+// be done and reports the rest. A derived store has its own `del`, so it always goes the long way.
+bool NodCdb::_rewriteKey(int kwh, int kwl, const void* data, std::size_t len, cd_error_t& err) {
+    if (typeid(*this) != typeid(NodCdb) || !isOpen() || data == nullptr || len == 0 || kwh < 0 || kwl < 0)
+        return false;
+    AcDbDictionary* const base = acad::openDictionary(cdbDictId, AcDb::kForRead, m_db);
+    if (base == nullptr)
+        return false;
+    const AcDbObjectId idKwh = acad::get_subDict_id(*base, IntText(kwh), true, m_db);
+    AcDbDictionary* const group =
+        idKwh.isNull() ? nullptr : acad::openDictionary(idKwh, AcDb::kForWrite, m_db);
+    if (group == nullptr || !group->isWriteEnabled())
+        return false;
+    const IntText name(kwl);
+    const AcDbObjectId old = acad::get_subDict_id(*group, name, false, m_db);
+    if (!old.isNull()) {
+        group->remove(old);
+        eraseRemoved(old);
+    }
+    auto* const key = new AcDbDictionary;
+    AcDbObjectId id;
+    if (group->setAt(name, key, id) != Acad::eOk) {
+        delete key; // nobody took it over
+        return false;
+    }
+    err = addRecord(*key, PositionText(position), data, len);
+    ORV_NOTE_STATUS(key->close());
+    return true;
 }
 
 cd_error_t NodCdb::del(int kwh, int kwl) {

@@ -7,6 +7,8 @@
 #include "dbapserv.h"
 #include "dbid.h"
 
+#include <vector>
+
 class AcDbDatabase;
 class AcDbDictionary;
 class AcDbObject;
@@ -14,10 +16,10 @@ class ORV_CDBTransactionManager;
 
 namespace orv::cdb {
 
-// The store in a drawing: under the named object dictionary's "KELMORAN", the store's name and "CDBASE" a dictionary
-// for each group, in it one for each key, in it one object for each record, named after its position with six digits.
-// A key exists as soon as its dictionary does. Nothing is thrown; what is broken is reported. The drawing is not owned
-// and has to outlive the open store.
+// The store in a drawing: under the named object dictionary's "KELMORAN", the store's name and "CDBASE" a
+// dictionary for each group, in it one for each key, in it one object for each record, named after its
+// position with six digits. A key exists as soon as its dictionary does. Nothing is thrown; what is broken is
+// reported. The drawing is not owned and has to outlive the open store.
 struct TALDORK_API NodCdb : ICdb {
     explicit NodCdb(AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase());
     ~NodCdb() override;
@@ -42,11 +44,15 @@ struct TALDORK_API NodCdb : ICdb {
     cd_error_t read(int kwh, int kwl, void* data, std::size_t& len, CdbReadWriteMode mode) const override;
     // Makes group and key on the way. CD_ERR_FAILED if the host refuses the record.
     cd_error_t write(int kwh, int kwl, const void* data, std::size_t len, CdbReadWriteMode mode) override;
-    // Makes the group if it is missing, also when there is nothing to delete. CD_ERR_REMOVE if the host does not let
-    // a group go.
+    // Makes the group if it is missing, also when there is nothing to delete. CD_ERR_REMOVE if the host does
+    // not let a group go.
     cd_error_t del(int kwh, int kwl) override;
 
     using ICdb::getUpdateNo;
+
+    // What getKeysForKwh lists, as a sorted list in place of a set: for walks over many keys, which a set's
+    // nodes would slow down. `keys` is cleared first.
+    cd_error_t listKeysForKwh(int kwh, std::vector<int>& keys) const;
 
     // The store's own dictionary, by which it is known in the drawing; null before an `open` that found it.
     AcDbObjectId _dbId() const { return nameDictId; }
@@ -56,6 +62,7 @@ private:
     AcDbDictionary* _getDictForKwh(int kwh, AcDb::OpenMode mode, bool bCreate) const;
     AcDbDictionary* _getDictForKwhKwl(int kwh, int kwl, AcDb::OpenMode mode, bool bCreate) const;
     cd_error_t _removeDictForKwh(int kwh);
+    bool _rewriteKey(int kwh, int kwl, const void* data, std::size_t len, cd_error_t& err);
 
     AcDbObjectId cdbDictId;  // "CDBASE"; null while not open
     AcDbObjectId nameDictId; // the store's name

@@ -7,8 +7,8 @@
 
 namespace orv::cdb {
 
-// Holds a store that the manager opened. The manager's count stays when the guard ends: who wants to give it back
-// calls CdbManager::close.
+// Holds a store that the manager opened. The manager's count stays when the guard ends: who wants to give it
+// back calls CdbManager::close.
 class TALDORK_API UseCdb {
 public:
     // Holds nothing.

@@ -10,15 +10,16 @@ namespace orv::cdb {
 class TALDORK_API UsePlCdb {
 public:
     explicit UsePlCdb(const orv::path& path);
-    // Releases the stores and gives the manager's counts back: of the project's store file, and of a store in the drawing
-    // that bears the project's bare name. The count of "ASDWG" stays unless the project has that very name.
+    // Releases the stores and gives the manager's counts back: of the project's store file, and of a store in
+    // the drawing that bears the project's bare name. The count of "ASDWG" stays unless the project has that
+    // very name.
     ~UsePlCdb();
 
     UsePlCdb(const UsePlCdb&) = delete;
     UsePlCdb& operator=(const UsePlCdb&) = delete;
 
-    // The drawing's store "ASDWG"; may be unopened, if the drawing has none. Throws orv::IOErrorException if there is
-    // no store object at all.
+    // The drawing's store "ASDWG"; may be unopened, if the drawing has none. Throws orv::IOErrorException if
+    // there is no store object at all.
     ICdb& nod();
     const ICdb& nod() const;
     // The project's store file. Throws as nod.

@@ -2,6 +2,7 @@
 
 #include "dbapserv.h"
 #include "dbdict.h"
+#include "dbproxy.h"
 #include "dbtrans.h"
 #include "embedded/session.h"
 
@@ -141,4 +142,24 @@ TEST(TransactionManager, AnObjectThatIsGoneForGoodHasStatus81) {
     AcDbObject* object = nullptr;
     EXPECT_EQ(static_cast<int>(manager.getObject(object, id, AcDb::kForRead, false, true)), 81);
     EXPECT_EQ(object, nullptr);
+}
+
+TEST(TransactionManager, RefusesAProxyUnlessItIsAccepted) {
+    AcDbDatabase db(true);
+    AcDbObjectId id;
+    {
+        AcDbDictionary* named = nullptr;
+        ASSERT_EQ(db.getNamedObjectsDictionary(named, AcDb::kForWrite), Acad::eOk);
+        auto* const proxy = new AcDbProxyObject;
+        ASSERT_EQ(named->setAt(L"P", proxy, id), Acad::eOk);
+        proxy->close();
+        named->close();
+    }
+    ORV_CDBTransactionManager manager(&db, false);
+    AcDbObject* object = nullptr;
+    EXPECT_EQ(manager.getObject(object, id, AcDb::kForRead, false, false), Acad::eWrongObjectType);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(manager.getObject(object, id, AcDb::kForRead, false, true), Acad::eOk);
+    ASSERT_NE(object, nullptr);
+    EXPECT_TRUE(object->isAProxy());
 }

@@ -17,9 +17,11 @@ protected:
         if (!GetParam())
             return;
         const TemporaryFolder folder;
-        ASSERT_EQ(m_database->saveAs(folder.file(L"new.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        ASSERT_EQ(m_database->saveAs(folder.file(L"new.dwg").c_str()), Acad::eOk)
+            << embedded::lastFileError();
         m_database = std::make_unique<AcDbDatabase>(false);
-        ASSERT_EQ(m_database->readDwgFile(folder.file(L"new.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        ASSERT_EQ(m_database->readDwgFile(folder.file(L"new.dwg").c_str()), Acad::eOk)
+            << embedded::lastFileError();
     }
 
     Adesk::UInt64 handleOf(AcDbObjectId id) { return id.handle(); }
@@ -64,7 +66,8 @@ TEST_P(DefaultDrawing, EveryTableHasWhatADrawingMustHave) {
 
 TEST_P(DefaultDrawing, TheNamedObjectDictionaryHasWhatADrawingMustHave) {
     EXPECT_EQ(entries(m_database->namedObjectsDictionaryId()),
-              (Names{L"ACAD_GROUP", L"ACAD_LAYOUT", L"ACAD_MLINESTYLE", L"ACAD_PLOTSETTINGS", L"ACAD_PLOTSTYLENAME"}));
+              (Names{L"ACAD_GROUP", L"ACAD_LAYOUT", L"ACAD_MLINESTYLE", L"ACAD_PLOTSETTINGS",
+                     L"ACAD_PLOTSTYLENAME"}));
     EXPECT_EQ(entries(m_database->layoutDictionaryId()), (Names{L"Model", L"Layout1"}));
     EXPECT_EQ(entries(m_database->groupDictionaryId()), Names{});
     EXPECT_EQ(entries(m_database->mLineStyleDictionaryId()), Names{L"Standard"});

@@ -23,13 +23,16 @@ protected:
 
     // Saves, and reads what was saved in place of the present drawing.
     void saveAndRead() {
-        ASSERT_EQ(m_database->saveAs(m_folder.file(L"blocks.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        ASSERT_EQ(m_database->saveAs(m_folder.file(L"blocks.dwg").c_str()), Acad::eOk)
+            << embedded::lastFileError();
         auto again = std::make_unique<AcDbDatabase>(false);
-        ASSERT_EQ(again->readDwgFile(m_folder.file(L"blocks.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        ASSERT_EQ(again->readDwgFile(m_folder.file(L"blocks.dwg").c_str()), Acad::eOk)
+            << embedded::lastFileError();
         m_database = std::move(again);
     }
 
-    template <class Table, class Record> Record* record(AcDbObjectId tableId, const wchar_t* name) {
+    template <class Table, class Record>
+    Record* record(AcDbObjectId tableId, const wchar_t* name) {
         Table* table = open<Table>(tableId);
         Record* found = nullptr;
         EXPECT_EQ(table->getAt(name, found, AcDb::kForRead), Acad::eOk);
@@ -44,7 +47,8 @@ protected:
 };
 
 void SymbolBlock::checkLinetype() {
-    auto* linetype = record<AcDbLinetypeTable, AcDbLinetypeTableRecord>(m_database->linetypeTableId(), L"dashed");
+    auto* linetype =
+        record<AcDbLinetypeTable, AcDbLinetypeTableRecord>(m_database->linetypeTableId(), L"dashed");
     ASSERT_NE(linetype, nullptr);
     const ACHAR* text = nullptr;
     linetype->comments(text);
@@ -80,7 +84,6 @@ void SymbolBlock::checkDimStyle() {
     EXPECT_EQ(style->dimaltf(), 25.4);
     style->close();
 }
-
 
 TEST_F(SymbolBlock, EntitiesAreListedInTheOrderOfTheirAddition) {
     const AcDbObjectId a = append(modelSpace(), 1);
@@ -271,38 +274,50 @@ TEST_F(SymbolBlock, AnEntityErasedWithoutLookingAtTheBlockLeavesTheChainWhole) {
 
 TEST_F(SymbolBlock, RecordsOfAllTablesComeBackFromAFile) {
     addLayer(L"Ebene \u00e4");
-    const AcDbObjectId linetype = add<AcDbLinetypeTable>(m_database->linetypeTableId(), [] {
-        auto* record = new AcDbLinetypeTableRecord;
-        record->setComments(L"- - -");
-        record->setPatternLength(0.75);
-        record->setNumDashes(2);
-        record->setDashLengthAt(0, 0.5);
-        record->setDashLengthAt(1, -0.25);
-        return record;
-    }(), L"DASHED");
+    const AcDbObjectId linetype = add<AcDbLinetypeTable>(
+        m_database->linetypeTableId(),
+        [] {
+            auto* record = new AcDbLinetypeTableRecord;
+            record->setComments(L"- - -");
+            record->setPatternLength(0.75);
+            record->setNumDashes(2);
+            record->setDashLengthAt(0, 0.5);
+            record->setDashLengthAt(1, -0.25);
+            return record;
+        }(),
+        L"DASHED");
     EXPECT_FALSE(linetype.isNull());
     add<AcDbTextStyleTable>(m_database->textStyleTableId(), new AcDbTextStyleTableRecord, L"Notes");
-    add<AcDbViewTable>(m_database->viewTableId(), [] {
-        auto* record = new AcDbViewTableRecord;
-        record->setHeight(3.5);
-        record->setPerspectiveEnabled(true);
-        record->associateUcs(true);
-        record->setElevation(2.0);
-        return record;
-    }(), L"Corner");
-    add<AcDbUCSTable>(m_database->UCSTableId(), [] {
-        auto* record = new AcDbUCSTableRecord;
-        record->setOrigin(AcGePoint3d(1.0, 2.0, 3.0));
-        return record;
-    }(), L"Roof");
+    add<AcDbViewTable>(
+        m_database->viewTableId(),
+        [] {
+            auto* record = new AcDbViewTableRecord;
+            record->setHeight(3.5);
+            record->setPerspectiveEnabled(true);
+            record->associateUcs(true);
+            record->setElevation(2.0);
+            return record;
+        }(),
+        L"Corner");
+    add<AcDbUCSTable>(
+        m_database->UCSTableId(),
+        [] {
+            auto* record = new AcDbUCSTableRecord;
+            record->setOrigin(AcGePoint3d(1.0, 2.0, 3.0));
+            return record;
+        }(),
+        L"Roof");
     add<AcDbRegAppTable>(m_database->regAppTableId(), new AcDbRegAppTableRecord, L"APP");
-    add<AcDbDimStyleTable>(m_database->dimStyleTableId(), [] {
-        auto* record = new AcDbDimStyleTableRecord;
-        record->setDimpost(L"<> m");
-        record->setDimtxt(0.35);
-        record->setDimlwd(-1);
-        return record;
-    }(), L"Site");
+    add<AcDbDimStyleTable>(
+        m_database->dimStyleTableId(),
+        [] {
+            auto* record = new AcDbDimStyleTableRecord;
+            record->setDimpost(L"<> m");
+            record->setDimtxt(0.35);
+            record->setDimlwd(-1);
+            return record;
+        }(),
+        L"Site");
     saveAndRead();
     EXPECT_EQ(names(m_database->layerTableId()), (std::vector<std::wstring>{L"0", L"Ebene \u00e4"}));
     EXPECT_EQ(names(m_database->linetypeTableId()),

@@ -70,8 +70,8 @@ AcDbObjectId SymbolFixture::append(AcDbObjectId blockId, int number) {
 
 TemporaryFolder::TemporaryFolder() {
     std::random_device random;
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("symbols" + std::to_string(random()) + std::to_string(random()));
+    const std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                       ("symbols" + std::to_string(random()) + std::to_string(random()));
     std::filesystem::create_directories(path);
     m_path = path.wstring();
 }

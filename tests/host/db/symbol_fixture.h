@@ -40,14 +40,16 @@ protected:
         embedded::forgetHistory(*m_database);
     }
 
-    template <class T> T* open(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
+    template <class T>
+    T* open(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
         T* object = nullptr;
         EXPECT_EQ(acdbOpenObject(object, id, mode, openErased), Acad::eOk);
         return object;
     }
 
     // A record of that name in a table; both closed.
-    template <class Table, class Record> AcDbObjectId add(AcDbObjectId tableId, Record* record, const wchar_t* name) {
+    template <class Table, class Record>
+    AcDbObjectId add(AcDbObjectId tableId, Record* record, const wchar_t* name) {
         EXPECT_EQ(record->setName(name), Acad::eOk);
         Table* table = open<Table>(tableId, AcDb::kForWrite);
         AcDbObjectId id;

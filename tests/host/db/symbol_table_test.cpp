@@ -185,8 +185,8 @@ TEST_F(SymbolTable, TheIteratorWalksBothWaysAndSeeks) {
 }
 
 TEST_F(SymbolTable, WhatEveryDrawingMustHaveCannotBeErased) {
-    for (AcDbObjectId id : {m_database->layerZero(), m_database->continuousLinetype(), m_database->byLayerLinetype(),
-                            m_database->byBlockLinetype()}) {
+    for (AcDbObjectId id : {m_database->layerZero(), m_database->continuousLinetype(),
+                            m_database->byLayerLinetype(), m_database->byBlockLinetype()}) {
         auto* record = open<AcDbSymbolTableRecord>(id, AcDb::kForWrite);
         EXPECT_EQ(record->erase(), Acad::eCannotBeErasedByCaller);
         EXPECT_FALSE(record->isErased());

@@ -23,16 +23,20 @@ void expectCode(const std::string& bits, const std::function<void(BitWriter&)>& 
 }
 
 void expectBitShort(std::uint16_t value, const std::string& bits) {
-    expectCode(bits, [=](BitWriter& w) { w.bitShort(value); }, [=](BitReader& r) { EXPECT_EQ(r.bitShort(), value); });
+    expectCode(
+        bits, [=](BitWriter& w) { w.bitShort(value); },
+        [=](BitReader& r) { EXPECT_EQ(r.bitShort(), value); });
 }
 
 void expectBitLong(std::uint32_t value, const std::string& bits) {
-    expectCode(bits, [=](BitWriter& w) { w.bitLong(value); }, [=](BitReader& r) { EXPECT_EQ(r.bitLong(), value); });
+    expectCode(
+        bits, [=](BitWriter& w) { w.bitLong(value); }, [=](BitReader& r) { EXPECT_EQ(r.bitLong(), value); });
 }
 
 void expectBitDouble(double value, const std::string& bits) {
-    expectCode(bits, [=](BitWriter& w) { w.bitDouble(value); },
-               [=](BitReader& r) { EXPECT_EQ(r.bitDouble(), value); });
+    expectCode(
+        bits, [=](BitWriter& w) { w.bitDouble(value); },
+        [=](BitReader& r) { EXPECT_EQ(r.bitDouble(), value); });
 }
 
 bool sameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
@@ -90,7 +94,10 @@ TEST(BitCodes, DoubleWithDefaultWritesOnlyTheBytesThatDiffer) {
     const struct {
         double value;
         std::size_t bits;
-    } rows[] = {{base, 2}, {with(pattern ^ 0x12345678), 2 + 32}, {with(pattern ^ 0x123400000000), 2 + 48}, {-7.25, 66}};
+    } rows[] = {{base, 2},
+                {with(pattern ^ 0x12345678), 2 + 32},
+                {with(pattern ^ 0x123400000000), 2 + 48},
+                {-7.25, 66}};
     for (const auto& row : rows) {
         BitWriter writer;
         writer.bitDouble(row.value, base);
@@ -102,22 +109,33 @@ TEST(BitCodes, DoubleWithDefaultWritesOnlyTheBytesThatDiffer) {
 }
 
 TEST(BitCodes, ThicknessAndExtrusionTakeOneBitForTheUsualValue) {
-    expectCode("1", [](BitWriter& w) { w.thickness(0.0); }, [](BitReader& r) { EXPECT_EQ(r.thickness(), 0.0); });
-    expectCode("0 01", [](BitWriter& w) { w.thickness(1.0); }, [](BitReader& r) { EXPECT_EQ(r.thickness(), 1.0); });
-    expectCode("1", [](BitWriter& w) { w.extrusion({0, 0, 1}); },
-               [](BitReader& r) { EXPECT_EQ(r.extrusion().z, 1.0); });
-    expectCode("0 01 10 10", [](BitWriter& w) { w.extrusion({1, 0, 0}); },
-               [](BitReader& r) { EXPECT_EQ(r.extrusion().x, 1.0); });
+    expectCode(
+        "1", [](BitWriter& w) { w.thickness(0.0); }, [](BitReader& r) { EXPECT_EQ(r.thickness(), 0.0); });
+    expectCode(
+        "0 01", [](BitWriter& w) { w.thickness(1.0); }, [](BitReader& r) { EXPECT_EQ(r.thickness(), 1.0); });
+    expectCode(
+        "1",
+        [](BitWriter& w) {
+            w.extrusion({0, 0, 1});
+        },
+        [](BitReader& r) { EXPECT_EQ(r.extrusion().z, 1.0); });
+    expectCode(
+        "0 01 10 10",
+        [](BitWriter& w) {
+            w.extrusion({1, 0, 0});
+        },
+        [](BitReader& r) { EXPECT_EQ(r.extrusion().x, 1.0); });
 }
 
 TEST(BitCodes, HandleTakesAsManyBytesAsItsValue) {
     const auto expectHandle = [](std::uint8_t code, std::uint64_t value, const std::string& bits) {
-        expectCode(bits, [=](BitWriter& w) { w.handle(HandleReference(code, value)); },
-                   [=](BitReader& r) {
-                       const HandleReference handle = r.handle();
-                       EXPECT_EQ(handle.code, code);
-                       EXPECT_EQ(handle.value, value);
-                   });
+        expectCode(
+            bits, [=](BitWriter& w) { w.handle(HandleReference(code, value)); },
+            [=](BitReader& r) {
+                const HandleReference handle = r.handle();
+                EXPECT_EQ(handle.code, code);
+                EXPECT_EQ(handle.value, value);
+            });
     };
     expectHandle(kHardPointer, 0, "0101 0000");
     expectHandle(kPlainHandle, 0x1F, "0000 0001 00011111");
@@ -228,36 +246,70 @@ RC_GTEST_PROP(BitCodesProperty, MixedCodesComeBackInTheirOrder, ()) {
         int code;
         std::uint64_t value;
     };
-    const auto steps = *rc::gen::container<std::vector<Step>>(rc::gen::map(
-        rc::gen::pair(rc::gen::inRange(0, 8), rc::gen::arbitrary<std::uint64_t>()),
-        [](const std::pair<int, std::uint64_t>& p) { return Step{p.first, p.second >> (p.second % 64)}; }));
+    const auto steps = *rc::gen::container<std::vector<Step>>(
+        rc::gen::map(rc::gen::pair(rc::gen::inRange(0, 8), rc::gen::arbitrary<std::uint64_t>()),
+                     [](const std::pair<int, std::uint64_t>& p) {
+                         return Step{p.first, p.second >> (p.second % 64)};
+                     }));
     BitWriter writer;
     const auto asDouble = [](std::uint64_t bits) { return static_cast<double>(bits) / 7.0; };
     for (const Step& step : steps) {
         const std::uint64_t v = step.value;
         switch (step.code) {
-        case 0: writer.bit(v & 1); break;
-        case 1: writer.bitShort(static_cast<std::uint16_t>(v)); break;
-        case 2: writer.bitLong(static_cast<std::uint32_t>(v)); break;
-        case 3: writer.bitDouble(asDouble(v)); break;
-        case 4: writer.handle(HandleReference(kSoftPointer, v)); break;
-        case 5: writer.rawLong(static_cast<std::uint32_t>(v)); break;
-        case 6: writer.bitDouble(asDouble(v), 3.0); break;
-        default: writer.rawChar(static_cast<std::uint8_t>(v)); break;
+        case 0:
+            writer.bit(v & 1);
+            break;
+        case 1:
+            writer.bitShort(static_cast<std::uint16_t>(v));
+            break;
+        case 2:
+            writer.bitLong(static_cast<std::uint32_t>(v));
+            break;
+        case 3:
+            writer.bitDouble(asDouble(v));
+            break;
+        case 4:
+            writer.handle(HandleReference(kSoftPointer, v));
+            break;
+        case 5:
+            writer.rawLong(static_cast<std::uint32_t>(v));
+            break;
+        case 6:
+            writer.bitDouble(asDouble(v), 3.0);
+            break;
+        default:
+            writer.rawChar(static_cast<std::uint8_t>(v));
+            break;
         }
     }
     BitReader reader(writer.bytes(), 0, writer.length());
     for (const Step& step : steps) {
         const std::uint64_t v = step.value;
         switch (step.code) {
-        case 0: RC_ASSERT(reader.bit() == ((v & 1) != 0)); break;
-        case 1: RC_ASSERT(reader.bitShort() == static_cast<std::uint16_t>(v)); break;
-        case 2: RC_ASSERT(reader.bitLong() == static_cast<std::uint32_t>(v)); break;
-        case 3: RC_ASSERT(reader.bitDouble() == asDouble(v)); break;
-        case 4: RC_ASSERT(reader.handle().value == v); break;
-        case 5: RC_ASSERT(reader.rawLong() == static_cast<std::uint32_t>(v)); break;
-        case 6: RC_ASSERT(reader.bitDouble(3.0) == asDouble(v)); break;
-        default: RC_ASSERT(reader.rawChar() == static_cast<std::uint8_t>(v)); break;
+        case 0:
+            RC_ASSERT(reader.bit() == ((v & 1) != 0));
+            break;
+        case 1:
+            RC_ASSERT(reader.bitShort() == static_cast<std::uint16_t>(v));
+            break;
+        case 2:
+            RC_ASSERT(reader.bitLong() == static_cast<std::uint32_t>(v));
+            break;
+        case 3:
+            RC_ASSERT(reader.bitDouble() == asDouble(v));
+            break;
+        case 4:
+            RC_ASSERT(reader.handle().value == v);
+            break;
+        case 5:
+            RC_ASSERT(reader.rawLong() == static_cast<std::uint32_t>(v));
+            break;
+        case 6:
+            RC_ASSERT(reader.bitDouble(3.0) == asDouble(v));
+            break;
+        default:
+            RC_ASSERT(reader.rawChar() == static_cast<std::uint8_t>(v));
+            break;
         }
     }
     RC_ASSERT(reader.ok());

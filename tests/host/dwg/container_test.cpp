@@ -25,7 +25,8 @@ std::vector<std::size_t> orderOf(const DrawingParts& parts) {
 }
 
 Bytes rewritten(const DrawingParts& parts) {
-    return writeContainerR2000(parts, orderOf(parts), rootHandles(HeaderVariables::read(parts.headerVariables)));
+    return writeContainerR2000(parts, orderOf(parts),
+                               rootHandles(HeaderVariables::read(parts.headerVariables)));
 }
 
 bool opens(Bytes bytes) {
@@ -57,7 +58,8 @@ TEST_P(RealContainer, ItsObjectsAreThoseOfAnIndependentWalk) {
     const auto objects = objectsOf(file);
     ASSERT_EQ(parts.objects.size(), objects.size());
     for (const ObjectSlot& slot : parts.objects)
-        EXPECT_TRUE(std::string(slot.body.begin(), slot.body.end()) == objects.at(slot.handle)) << slot.handle;
+        EXPECT_TRUE(std::string(slot.body.begin(), slot.body.end()) == objects.at(slot.handle))
+            << slot.handle;
 }
 
 TEST_P(RealContainer, ItsHeaderVariablesComeBackBitByBit) {

@@ -11,9 +11,7 @@ TEST(Crc16, OfTheKnownCheckTextWithoutSeed) {
     EXPECT_EQ(crc16(text, 0), 0xBB3D);
 }
 
-TEST(Crc16, OfTheEmptyLastPageOfAnObjectMap) {
-    EXPECT_EQ(crc16(bytesOfHex("00 02")), 0x01D0);
-}
+TEST(Crc16, OfTheEmptyLastPageOfAnObjectMap) { EXPECT_EQ(crc16(bytesOfHex("00 02")), 0x01D0); }
 
 TEST(Crc16, OfNothingIsTheSeed) { EXPECT_EQ(crc16(ByteSpan()), kCrcSeed); }
 

@@ -26,8 +26,8 @@ inline void writeFile(const std::string& path, const embedded::dwg::Bytes& bytes
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-#define NEED_DRAWING(NAME)                                                                                       \
-    if (!std::filesystem::exists(drawingFile(NAME)))                                                             \
+#define NEED_DRAWING(NAME)                                                                                   \
+    if (!std::filesystem::exists(drawingFile(NAME)))                                                         \
     GTEST_SKIP() << "no " << drawingFile(NAME)
 
 // A folder of the test's own, and a registry in it.
@@ -51,8 +51,8 @@ protected:
 inline std::map<std::uint64_t, std::string> objectsOf(const embedded::dwg::Bytes& file) {
     std::map<std::uint64_t, std::string> objects;
     const auto longAt = [&](std::size_t at) {
-        return std::uint64_t(file.at(at)) | std::uint64_t(file.at(at + 1)) << 8 | std::uint64_t(file.at(at + 2)) << 16 |
-               std::uint64_t(file.at(at + 3)) << 24;
+        return std::uint64_t(file.at(at)) | std::uint64_t(file.at(at + 1)) << 8 |
+               std::uint64_t(file.at(at + 2)) << 16 | std::uint64_t(file.at(at + 3)) << 24;
     };
     const std::size_t locator = 0x19 + 9 * 2;
     std::size_t at = longAt(locator + 1);

@@ -63,8 +63,9 @@ TEST(ObjectEnvelope, AnEntityComesApartAndTogetherBitByBit) {
     EXPECT_EQ(read.extendedData[0].bytes, (Bytes{9, 8, 7, 6}));
     EXPECT_EQ(parts.dataEnd - parts.dataBegin, 5u);
     EXPECT_EQ(parts.handlesEnd - parts.handlesBegin, 16u);
-    EXPECT_EQ(writeObject(read, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin, parts.handlesEnd),
-              body);
+    EXPECT_EQ(
+        writeObject(read, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin, parts.handlesEnd),
+        body);
 }
 
 TEST(ObjectEnvelope, AChangedCommonPartLeavesTheObjectsOwnBits) {
@@ -77,8 +78,8 @@ TEST(ObjectEnvelope, AChangedCommonPartLeavesTheObjectsOwnBits) {
     changed.extendedData.clear();
     changed.entity.layer = HandleReference(kHardPointer, 0x7777);
     changed.entity.linetypeBits = 0;
-    const Bytes made =
-        writeObject(changed, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin, parts.handlesEnd);
+    const Bytes made = writeObject(changed, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin,
+                                   parts.handlesEnd);
     ObjectParts again;
     ASSERT_TRUE(readEnvelope(made, true, again, why));
     EXPECT_EQ(again.envelope.entity.layer.value, 0x7777u);

@@ -1,7 +1,7 @@
+#include "dbmain.h"
 #include "drawing_files.h"
 #include "embedded/inventory.h"
 #include "embedded/session.h"
-#include "dbmain.h"
 #include "rxclass.h"
 
 #include <nlohmann/json.hpp>
@@ -48,8 +48,8 @@ std::string theirName(const std::wstring& ours, const json& theirs) {
             rest.resize(rest.size() - back.size());
         return rest;
     };
-    for (const std::string& candidate :
-         {name, cut("ACDB", ""), cut("ACDB_", "_CLASS"), cut("ACDB_", "_DATA"), cut("ACDB_", "_VERSION"), cut("ACAD_", "")})
+    for (const std::string& candidate : {name, cut("ACDB", ""), cut("ACDB_", "_CLASS"), cut("ACDB_", "_DATA"),
+                                         cut("ACDB_", "_VERSION"), cut("ACAD_", "")})
         if (theirs.contains(candidate))
             return candidate;
     return "UNKNOWN";
@@ -96,12 +96,11 @@ TEST_P(RealDrawing, HasTheClassTableThatAnIndependentReaderFound) {
 }
 
 TEST_P(RealDrawing, TheNextHandleIsTheOneThatTheHeaderNames) {
-    EXPECT_EQ(static_cast<Adesk::UInt64>(m_database->handseed()), content()["handseed"][3].get<std::uint64_t>());
+    EXPECT_EQ(static_cast<Adesk::UInt64>(m_database->handseed()),
+              content()["handseed"][3].get<std::uint64_t>());
 }
 
-TEST_P(RealDrawing, SavedWithoutAChangeIsTheSameFile) {
-    EXPECT_TRUE(saved() == bytesOfFile(m_original));
-}
+TEST_P(RealDrawing, SavedWithoutAChangeIsTheSameFile) { EXPECT_TRUE(saved() == bytesOfFile(m_original)); }
 
 TEST_P(RealDrawing, SavedAfterEveryObjectWasOpenedIsTheSameFile) {
     for (const AcDbObjectId& id : allIds(*m_database)) {
@@ -114,7 +113,8 @@ TEST_P(RealDrawing, SavedAfterEveryObjectWasOpenedIsTheSameFile) {
 }
 
 TEST_P(RealDrawing, EveryObjectFiledAnewHasTheBytesThatItHad) {
-    // Opened for write and touched, each object goes through its own filer, or through its parts where it has none.
+    // Opened for write and touched, each object goes through its own filer, or through its parts where it has
+    // none.
     for (const AcDbObjectId& id : allIds(*m_database)) {
         AcDbObject* object = nullptr;
         ASSERT_EQ(acdbOpenAcDbObject(object, id, AcDb::kForWrite), Acad::eOk) << embedded::lastFileError();
@@ -176,7 +176,9 @@ TEST_F(FolderFixture, NewerDrawingsAreRefusedInOneLine) {
             GTEST_SKIP() << "no " << file;
         AcDbDatabase database(false);
         EXPECT_EQ(database.readDwgFile(platform::fromUtf8(file).c_str()), Acad::eInvalidDwgVersion);
-        EXPECT_NE(embedded::lastFileError().find("drawing version AC" + std::string(version)), std::string::npos);
-        EXPECT_NE(embedded::lastFileError().find("is not supported; only AC1015 (2000) is"), std::string::npos);
+        EXPECT_NE(embedded::lastFileError().find("drawing version AC" + std::string(version)),
+                  std::string::npos);
+        EXPECT_NE(embedded::lastFileError().find("is not supported; only AC1015 (2000) is"),
+                  std::string::npos);
     }
 }

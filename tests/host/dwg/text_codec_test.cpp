@@ -23,7 +23,9 @@ void expectFiled(std::uint16_t codePage, const std::wstring& text, const std::st
 TEST(TextCodec, AsciiIsItself) { expectFiled(kAnsi1252, L"Layer 1", "Layer 1"); }
 
 TEST(TextCodec, CharactersOfTheCodePageTakeItsBytes) {
-    expectFiled(kAnsi1252, L"Stra\u00DFe \u20AC", "Stra\xDF" "e \x80");
+    expectFiled(kAnsi1252, L"Stra\u00DFe \u20AC",
+                "Stra\xDF"
+                "e \x80");
     expectFiled(kAnsi1251, L"\u0421\u043B\u043E\u0439", "\xD1\xEB\xEE\xE9");
     expectFiled(kAnsi1250, L"\u017Eluva", "\x9Eluva");
 }
@@ -75,11 +77,12 @@ TEST(TextCodec, AZeroInsideDoesNotEndTheText) {
 }
 
 RC_GTEST_PROP(TextCodecProperty, EveryTextComesBack, ()) {
-    const auto codePage = *rc::gen::element<std::uint16_t>(0, 23, 28, 29, 30, 31, 33, 35, 38, 39, 40, 41, 42, 44);
-    const auto alphabet = rc::gen::weightedOneOf<wchar_t>(
-        {{4, rc::gen::elementOf(std::wstring(L"\\UM+0019AFaf "))},
-         {2, rc::gen::cast<wchar_t>(rc::gen::inRange(1, 0xD800))},
-         {1, rc::gen::cast<wchar_t>(rc::gen::inRange(0xE000, 0x110000))}});
+    const auto codePage =
+        *rc::gen::element<std::uint16_t>(0, 23, 28, 29, 30, 31, 33, 35, 38, 39, 40, 41, 42, 44);
+    const auto alphabet =
+        rc::gen::weightedOneOf<wchar_t>({{4, rc::gen::elementOf(std::wstring(L"\\UM+0019AFaf "))},
+                                         {2, rc::gen::cast<wchar_t>(rc::gen::inRange(1, 0xD800))},
+                                         {1, rc::gen::cast<wchar_t>(rc::gen::inRange(0xE000, 0x110000))}});
     const auto text = *rc::gen::container<std::wstring>(alphabet);
     const TextCodec codec(codePage);
     RC_ASSERT(codec.decode(codec.encode(text)) == text);

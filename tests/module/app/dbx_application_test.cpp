@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-using testing_support::LinkerRecorder;
 using testing_support::Calls;
+using testing_support::LinkerRecorder;
 
 namespace {
 

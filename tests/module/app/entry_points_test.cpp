@@ -20,9 +20,10 @@ namespace {
 
 bool isLoaded() {
     const auto applications = embedded::applications();
-    return std::any_of(applications.begin(), applications.end(), [](const embedded::Application& application) {
-        return application.name == L"taldork191_x64.dbx" && !application.locked && application.mdiAware;
-    });
+    return std::any_of(
+        applications.begin(), applications.end(), [](const embedded::Application& application) {
+            return application.name == L"taldork191_x64.dbx" && !application.locked && application.mdiAware;
+        });
 }
 
 } // namespace

@@ -62,7 +62,8 @@ TEST_F(LogStreamTest, ATrailingLineFeedEndsAMessage) {
     LogStream stream("c");
     stream << "one\n";
     EXPECT_EQ(listener->heard, Heard{"c 3 one"});
-    stream << "two" << "\n";
+    stream << "two"
+           << "\n";
     EXPECT_EQ(listener->heard, (Heard{"c 3 one", "c 3 two"}));
 }
 
@@ -93,7 +94,8 @@ TEST_F(LogStreamTest, ALeadingLineFeedSendsWhatWasPending) {
 
 TEST_F(LogStreamTest, AnEmptyTextIsAFlush) {
     LogStream stream("c");
-    stream << "one" << "";
+    stream << "one"
+           << "";
     EXPECT_EQ(listener->heard, Heard{"c 3 one"});
 }
 

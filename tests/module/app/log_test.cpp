@@ -16,8 +16,8 @@ namespace {
 struct Listener : ILogListener {
     void onLog(const std::string& document, const std::string& channel, LogLevel level,
                const std::string& message) override {
-        heard.push_back("[" + document + "] " + channel + " " + std::to_string(static_cast<int>(level)) + " " +
-                        message);
+        heard.push_back("[" + document + "] " + channel + " " + std::to_string(static_cast<int>(level)) +
+                        " " + message);
         if (fails)
             throw std::runtime_error("listener");
     }
@@ -110,7 +110,9 @@ TEST_F(LogTest, PlainPointersAreTakenOver) {
 
 TEST_F(LogTest, ClearLogsInAListenerDoesNotEndTheDeliveringChannel) {
     struct Clearing : ILogListener {
-        void onLog(const std::string&, const std::string&, LogLevel, const std::string&) override { clearLogs(); }
+        void onLog(const std::string&, const std::string&, LogLevel, const std::string&) override {
+            clearLogs();
+        }
     };
     addLogListener("db", boost::make_shared<Clearing>());
     log("db", kLogInfo, "x");

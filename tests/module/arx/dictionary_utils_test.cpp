@@ -97,3 +97,12 @@ TEST_F(SubDict, ClosesWhatItOpened) {
     object->close();
     EXPECT_EQ(db.transactionManager()->numActiveTransactions(), 0);
 }
+
+TEST_F(SubDict, AFatherThatSomebodyElseReadsGetsNoNewEntry) {
+    AcDbObject* reader = nullptr;
+    ASSERT_EQ(acdbOpenObject(reader, father, AcDb::kForRead), Acad::eOk);
+    EXPECT_TRUE(get_subDict_id(father, L"A", true, &db).isNull());
+    reader->close();
+    EXPECT_TRUE(namesOf(father).empty());
+    EXPECT_FALSE(get_subDict_id(father, L"A", true, &db).isNull());
+}

@@ -39,8 +39,9 @@ TEST(Assert, KeepsValuesInTheOrderWrittenUnderTheirSourceTexts) {
     const double x = 0.5;
     ORV_ASSERT(version <= kVersion)(version)(kVersion)(x * 2)(true)(L"wide").debug("version mismatch");
     ASSERT_EQ(recorder.size(), 1u);
-    EXPECT_EQ(recorder.at(0).values,
-              (Values{{"version", "7"}, {"kVersion", "3"}, {"x * 2", "1"}, {"true", "1"}, {"L\"wide\"", "wide"}}));
+    EXPECT_EQ(
+        recorder.at(0).values,
+        (Values{{"version", "7"}, {"kVersion", "3"}, {"x * 2", "1"}, {"true", "1"}, {"L\"wide\"", "wide"}}));
     EXPECT_EQ(recorder.at(0).message, "version mismatch");
 }
 
@@ -51,10 +52,9 @@ TEST(Assert, NarrowTextGoesAsItIs) {
     const std::wstring wide = L"\u00f6";
     ORV_ASSERT(false)(narrow)("data")(none)(wide);
     ASSERT_EQ(recorder.size(), 1u);
-    EXPECT_EQ(recorder.at(0).values, (Values{{"narrow", "\xff bytes"},
-                                             {"\"data\"", "data"},
-                                             {"none", "<null>"},
-                                             {"wide", "\xC3\xB6"}}));
+    EXPECT_EQ(
+        recorder.at(0).values,
+        (Values{{"narrow", "\xff bytes"}, {"\"data\"", "data"}, {"none", "<null>"}, {"wide", "\xC3\xB6"}}));
 }
 
 TEST(Assert, EachSeverityCloses) {

@@ -28,9 +28,10 @@ bool runGuarded(const std::function<void()>& hook) {
 
 std::wstring place() { return L"" __FILE__ L"@" + std::to_wstring(s_guardLine); }
 
-const std::wstring kCritical = L"Kritischer Fehler in Vandril, speichern Sie die Zeichnung unter anderem Namen, "
-                               L"starten Sie Vandril neu und \u00C3\u00B6ffnen Sie die Datei mit "
-                               L"'Wiederherstellen'.";
+const std::wstring kCritical =
+    L"Kritischer Fehler in Vandril, speichern Sie die Zeichnung unter anderem Namen, "
+    L"starten Sie Vandril neu und \u00C3\u00B6ffnen Sie die Datei mit "
+    L"'Wiederherstellen'.";
 
 int fileOne(bool fail) {
     try {
@@ -75,8 +76,8 @@ TEST(Guard, AThrownWideTextIsPrintedByTheFourthHandlerAThrownIntByTheFifth) {
     wchar_t text[] = L"wide text";
     EXPECT_TRUE(runGuarded([&] { throw static_cast<wchar_t*>(text); }));
     EXPECT_TRUE(runGuarded([] { throw 5; }));
-    EXPECT_EQ(beep.lines(), (Lines{L"Caught Exception (tchar): wide text " + place(),
-                                   L"Unhandled Exception: " + place()}));
+    EXPECT_EQ(beep.lines(),
+              (Lines{L"Caught Exception (tchar): wide text " + place(), L"Unhandled Exception: " + place()}));
 }
 
 TEST(Guard, EnclosesAPassSoThatAFailureEndsItAndTheFunctionReturnsNormally) {

@@ -8,7 +8,8 @@ using testing_support::ReportRecorder;
 
 namespace {
 
-template <class Call> void expectAttempt(Call call) {
+template <class Call>
+void expectAttempt(Call call) {
     ReportRecorder recorder;
     call();
     ASSERT_EQ(recorder.size(), 1u);

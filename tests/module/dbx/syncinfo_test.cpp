@@ -34,10 +34,9 @@ const Row kRows[] = {
 
 std::string answersOf(const SyncEntry* it) {
     std::string answers;
-    for (const bool answer :
-         {SyncInfo::headersOnly(it), SyncInfo::isNodMaster(it), SyncInfo::syncFromSdbOnUpdate(it),
-          SyncInfo::isSystemDialogData(it), SyncInfo::saveToNOD(it), SyncInfo::saveToCDB(it),
-          SyncInfo::onExport(it)})
+    for (const bool answer : {SyncInfo::headersOnly(it), SyncInfo::isNodMaster(it),
+                              SyncInfo::syncFromSdbOnUpdate(it), SyncInfo::isSystemDialogData(it),
+                              SyncInfo::saveToNOD(it), SyncInfo::saveToCDB(it), SyncInfo::onExport(it)})
         answers += answer ? 'y' : 'n';
     return answers;
 }

@@ -54,7 +54,12 @@ public:
 protected:
     AcDbAbstractViewTableRecord();
 
-    enum ViewModeBits : Adesk::UInt8 { kPerspective = 8, kFrontClip = 4, kBackClip = 2, kFrontClipNotAtEye = 1 };
+    enum ViewModeBits : Adesk::UInt8 {
+        kPerspective = 8,
+        kFrontClip = 4,
+        kBackClip = 2,
+        kFrontClipNotAtEye = 1
+    };
 
     struct View {
         double height = 1.0;

@@ -16,8 +16,8 @@ struct BlockAccess;
 } // namespace embedded
 class AcDbBlockTableRecord;
 
-// Walks a block's entities in the order in which they are drawn. The caller deletes it; the record must outlive it.
-// Stays usable while entities are appended or erased.
+// Walks a block's entities in the order in which they are drawn. The caller deletes it; the record must
+// outlive it. Stays usable while entities are appended or erased.
 class AcDbBlockTableRecordIterator : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTableRecordIterator);
@@ -42,15 +42,16 @@ private:
     std::ptrdiff_t m_at = 0;
 };
 
-// A block: model space, a layout's paper space or a definition. Owns its entities, and erases them with itself.
+// A block: model space, a layout's paper space or a definition. Owns its entities, and erases them with
+// itself.
 class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);
     AcDbBlockTableRecord();
     ~AcDbBlockTableRecord() override;
 
-    // Needs write. Adds a fresh entity behind the others, and leaves it open for write. eOk; eNullEntityPointer;
-    // eAlreadyInDb; eMustFirstAddBlockToDb if the block is in no database.
+    // Needs write. Adds a fresh entity behind the others, and leaves it open for write. eOk;
+    // eNullEntityPointer; eAlreadyInDb; eMustFirstAddBlockToDb if the block is in no database.
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
     // Needs read. The iterator is the caller's.
@@ -125,8 +126,8 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTable);
     AcDbBlockTable();
 
-    // As the base says. Gives the block its two framing entities. A name of an asterisk and one letter ("*U") gets
-    // the first free number behind it, and makes the block an anonymous one.
+    // As the base says. Gives the block its two framing entities. A name of an asterisk and one letter ("*U")
+    // gets the first free number behind it, and makes the block an anonymous one.
     using TypedSymbolTable::add;
     Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record) override;
 

@@ -5,15 +5,15 @@
 #include <vector>
 
 // A dimension style: the variables that decide how dimensions look. For each variable ("DIMTXT") there is an
-// operation that reads it (dimtxt) and one that sets it (setDimtxt); setting needs write and answers eOk. Texts
-// are the record's until they change.
+// operation that reads it (dimtxt) and one that sets it (setDimtxt); setting needs write and answers eOk.
+// Texts are the record's until they change.
 class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord);
     AcDbDimStyleTableRecord();
 
-#define DIM_ACCESS(type, name, Name)                                                                             \
-    type name() const;                                                                                           \
+#define DIM_ACCESS(type, name, Name)                                                                         \
+    type name() const;                                                                                       \
     Acad::ErrorStatus set##Name(type value);
 #define DIM_REAL(name, Name, initial) DIM_ACCESS(double, name, Name)
 #define DIM_FLAG(name, Name, initial) DIM_ACCESS(bool, name, Name)
@@ -48,7 +48,8 @@ public:
     using TypedSymbolIterator::TypedSymbolIterator;
 };
 
-class AcDbDimStyleTable : public embedded::TypedSymbolTable<AcDbDimStyleTableRecord, AcDbDimStyleTableIterator> {
+class AcDbDimStyleTable
+    : public embedded::TypedSymbolTable<AcDbDimStyleTableRecord, AcDbDimStyleTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTable);
     AcDbDimStyleTable();
@@ -57,6 +58,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
-    // Styles that the file names a second time, for a reason that is not known. Only those that are in the table.
+    // Styles that the file names a second time, for a reason that is not known. Only those that are in the
+    // table.
     std::vector<AcDbObjectId> m_named;
 };

@@ -21,7 +21,8 @@ public:
     int numDashes() const;
     // eInvalidInput for more than 12.
     Acad::ErrorStatus setNumDashes(int count);
-    // Positive a dash, negative a gap, 0 a dot. 0 for an index that is not there; the setter answers eInvalidIndex.
+    // Positive a dash, negative a gap, 0 a dot. 0 for an index that is not there; the setter answers
+    // eInvalidIndex.
     double dashLengthAt(int index) const;
     Acad::ErrorStatus setDashLengthAt(int index, double length);
     // The text style or shape file of the shape or text at that dash; null if there is none.
@@ -46,8 +47,8 @@ private:
         double patternLength = 0.0;
         Adesk::UInt8 alignment = 'A';
         std::vector<Dash> dashes;
-        // Texts that dashes name, each with its zero, in the 256 bytes that the drawing file has for them; none
-        // stands for zeros alone.
+        // Texts that dashes name, each with its zero, in the 256 bytes that the drawing file has for them;
+        // none stands for zeros alone.
         std::vector<Adesk::UInt8> texts;
     };
     Fields m_fields;
@@ -59,7 +60,8 @@ public:
     using TypedSymbolIterator::TypedSymbolIterator;
 };
 
-class AcDbLinetypeTable : public embedded::TypedSymbolTable<AcDbLinetypeTableRecord, AcDbLinetypeTableIterator> {
+class AcDbLinetypeTable
+    : public embedded::TypedSymbolTable<AcDbLinetypeTableRecord, AcDbLinetypeTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbLinetypeTable);
     AcDbLinetypeTable();

@@ -16,18 +16,20 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord);
     ~AcDbSymbolTableRecord() override;
 
-    // Needs read. eOk. The first gives a buffer of the caller's (acutDelBuffer); the second one points into the
-    // record and is good until the name changes.
+    // Needs read. eOk. The first gives a buffer of the caller's (acutDelBuffer); the second one points into
+    // the record and is good until the name changes.
     Acad::ErrorStatus getName(ACHAR*& name) const;
     Acad::ErrorStatus getName(const ACHAR*& name) const;
     Acad::ErrorStatus getName(AcString& name) const;
-    // Needs write. eOk; eInvalidInput for an empty name; eDuplicateRecordName if another record of the table has it.
+    // Needs write. eOk; eInvalidInput for an empty name; eDuplicateRecordName if another record of the table
+    // has it.
     virtual Acad::ErrorStatus setName(const ACHAR* name);
 
     // Comes from another drawing that this one refers to.
     bool isDependent() const;
     bool isResolved() const;
-    // Whether a user may give it another name: not if every drawing must have it, nor if it is another drawing's.
+    // Whether a user may give it another name: not if every drawing must have it, nor if it is another
+    // drawing's.
     bool isRenamable() const;
 
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
@@ -53,8 +55,8 @@ private:
 
 class AcDbSymbolTable;
 
-// Walks a table's records in the table's order; opens nothing by itself. The caller deletes it; the table must
-// outlive it. Stays usable while records are added or erased.
+// Walks a table's records in the table's order; opens nothing by itself. The caller deletes it; the table
+// must outlive it. Stays usable while records are added or erased.
 class AcDbSymbolTableIterator : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTableIterator);
@@ -77,15 +79,16 @@ private:
     std::ptrdiff_t m_at = 0;
 };
 
-// The drawing's records of one kind by name; it owns them. Names keep their letters and are compared without regard
-// to case. Drawings may hold several records of one name ("*Paper_Space"); the first one is found by it.
+// The drawing's records of one kind by name; it owns them. Names keep their letters and are compared without
+// regard to case. Drawings may hold several records of one name ("*Paper_Space"); the first one is found by
+// it.
 class AcDbSymbolTable : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTable);
     ~AcDbSymbolTable() override;
 
-    // Needs read. eOk; eKeyNotFound, with null, if there is none or it is erased and erased ones aren't asked for;
-    // for the forms that open also the statuses of opening. Close what was opened.
+    // Needs read. eOk; eKeyNotFound, with null, if there is none or it is erased and erased ones aren't asked
+    // for; for the forms that open also the statuses of opening. Close what was opened.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id, bool getErasedRecord = false) const;
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
                             bool openErasedRecord = false) const;
@@ -96,8 +99,8 @@ public:
     Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
                                   bool skipDeleted = true) const;
 
-    // Needs write. Adds a fresh record, which stays open for write, and becomes its owner. eOk; eInvalidInput for
-    // null or a record without a name; eNotThatKindOfClass for one of another table; eAlreadyInDb;
+    // Needs write. Adds a fresh record, which stays open for write, and becomes its owner. eOk; eInvalidInput
+    // for null or a record without a name; eNotThatKindOfClass for one of another table; eAlreadyInDb;
     // eDuplicateRecordName; eNoDatabase if the table is in none.
     Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
     virtual Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
@@ -121,7 +124,8 @@ private:
 namespace embedded {
 
 // What every kind of table has in its own types.
-template <class Record> class TypedSymbolIterator : public AcDbSymbolTableIterator {
+template <class Record>
+class TypedSymbolIterator : public AcDbSymbolTableIterator {
 public:
     using AcDbSymbolTableIterator::AcDbSymbolTableIterator;
     using AcDbSymbolTableIterator::getRecord;
@@ -135,7 +139,8 @@ public:
     }
 };
 
-template <class Record, class Iterator> class TypedSymbolTable : public AcDbSymbolTable {
+template <class Record, class Iterator>
+class TypedSymbolTable : public AcDbSymbolTable {
 public:
     using AcDbSymbolTable::getAt;
     using AcDbSymbolTable::newIterator;
@@ -148,7 +153,8 @@ public:
         return es == Acad::eOk ? acdbOpenObject(record, id, mode, openErasedRecord) : es;
     }
 
-    Acad::ErrorStatus newIterator(Iterator*& iterator, bool atBeginning = true, bool skipDeleted = true) const {
+    Acad::ErrorStatus newIterator(Iterator*& iterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const {
         assertReadEnabled();
         iterator = new Iterator(*this, atBeginning, skipDeleted);
         return Acad::eOk;
@@ -161,14 +167,14 @@ protected:
 } // namespace embedded
 
 // The frame of a table and its iterator, which differ from kind to kind in their types alone.
-#define EMBEDDED_DECLARE_SYMBOL_TABLE(TABLE, RECORD)                                                             \
-    class TABLE##Iterator : public embedded::TypedSymbolIterator<RECORD> {                                       \
-    public:                                                                                                      \
-        ACRX_DECLARE_MEMBERS(TABLE##Iterator);                                                                   \
-        using TypedSymbolIterator::TypedSymbolIterator;                                                          \
-    };                                                                                                           \
-    class TABLE : public embedded::TypedSymbolTable<RECORD, TABLE##Iterator> {                                   \
-    public:                                                                                                      \
-        ACRX_DECLARE_MEMBERS(TABLE);                                                                             \
-        TABLE();                                                                                                 \
+#define EMBEDDED_DECLARE_SYMBOL_TABLE(TABLE, RECORD)                                                         \
+    class TABLE##Iterator : public embedded::TypedSymbolIterator<RECORD> {                                   \
+    public:                                                                                                  \
+        ACRX_DECLARE_MEMBERS(TABLE##Iterator);                                                               \
+        using TypedSymbolIterator::TypedSymbolIterator;                                                      \
+    };                                                                                                       \
+    class TABLE : public embedded::TypedSymbolTable<RECORD, TABLE##Iterator> {                               \
+    public:                                                                                                  \
+        ACRX_DECLARE_MEMBERS(TABLE);                                                                         \
+        TABLE();                                                                                             \
     }

@@ -2,7 +2,8 @@
 
 #include "symbols/abstract_view_table.h"
 
-// One of the tiles in which model space is shown. Those of one arrangement have one name, "*Active" for the present.
+// One of the tiles in which model space is shown. Those of one arrangement have one name, "*Active" for the
+// present.
 class AcDbViewportTableRecord : public AcDbAbstractViewTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewportTableRecord);
@@ -68,7 +69,8 @@ public:
     using TypedSymbolIterator::TypedSymbolIterator;
 };
 
-class AcDbViewportTable : public embedded::TypedSymbolTable<AcDbViewportTableRecord, AcDbViewportTableIterator> {
+class AcDbViewportTable
+    : public embedded::TypedSymbolTable<AcDbViewportTableRecord, AcDbViewportTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewportTable);
     AcDbViewportTable();

@@ -2,8 +2,8 @@
 
 #include "symbols/symbol_table.h"
 
-// The old table that links viewports in paper space, by handle, to the names they have in the file. Drawings must
-// have it; nothing uses it.
+// The old table that links viewports in paper space, by handle, to the names they have in the file. Drawings
+// must have it; nothing uses it.
 class AcDbVXTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbVXTableRecord);

@@ -19,10 +19,13 @@ AcRxClass* lookUp(const wchar_t* className) {
 void noteStatus(Acad::ErrorStatus stat, const char* file, int line) {
     if (acadErrorStatusText(stat) != nullptr)
         return;
-    AssertSite("acadErrorStatusText(stat)", file, line).value("file", file).value("line", std::to_string(line));
+    AssertSite("acadErrorStatusText(stat)", file, line)
+        .value("file", file)
+        .value("line", std::to_string(line));
 }
 
-void registerClass(AcRxClass*& desc, const ClassRow& row, PseudoConstructor make, ProxySaveCallback callback) {
+void registerClass(AcRxClass*& desc, const ClassRow& row, PseudoConstructor make,
+                   ProxySaveCallback callback) {
     if (desc != nullptr) {
         const AcRxClass* const present = lookUp(row.className);
         if (present == desc)
@@ -30,8 +33,8 @@ void registerClass(AcRxClass*& desc, const ClassRow& row, PseudoConstructor make
         if (present != nullptr)
             acrx_abort(L"Class mismatch");
     }
-    desc = newAcRxClass(row.className, row.parentName, row.dwgVersion, row.maintenanceRelease, row.proxyFlags, make,
-                        row.dxfName, row.appName, callback);
+    desc = newAcRxClass(row.className, row.parentName, row.dwgVersion, row.maintenanceRelease, row.proxyFlags,
+                        make, row.dxfName, row.appName, callback);
 }
 
 AcRxClass* descriptorOf(AcRxClass*& desc, const wchar_t* className) {

@@ -57,8 +57,9 @@ TEST_F(CdbManagerTest, OpenOfAKindWithoutCreatorReportsTwiceAndIsEmpty) {
     ReportRecorder recorder;
     EXPECT_EQ(manager.open(L"name", kNobody, kSharedLocking), nullptr);
     EXPECT_EQ(recorder.conditions(), (Texts{"it != m_creators.end()", "createCdbFn"}));
-    EXPECT_EQ(recorder.messages(),
-              (Texts{"cdb creator not found", "no function available for creating CDB object of requested type."}));
+    EXPECT_EQ(
+        recorder.messages(),
+        (Texts{"cdb creator not found", "no function available for creating CDB object of requested type."}));
     EXPECT_EQ(recorder.at(0).severity, Severity::kDebug);
     EXPECT_EQ(recorder.at(1).severity, Severity::kError);
     EXPECT_EQ(recorder.at(1).values, (Values{{"type", "104"}, {"name", "name"}}));

@@ -26,7 +26,8 @@ std::string contentOf(const ORV_CdbRecord& record) {
 }
 
 // What the class files behind its base.
-template <class Record> Texts ownCalls(const RecordingFiler& filer, const Record&) {
+template <class Record>
+Texts ownCalls(const RecordingFiler& filer, const Record&) {
     RecordingFiler base;
     base.type = filer.type;
     struct Plain : AcDbObject {};
@@ -132,8 +133,8 @@ TEST(CdbRecord, AFailureOnAFieldIsNotedAndTheFilersOwnStatusComesBack) {
     EXPECT_EQ(record.dwgOutFields(&filer), static_cast<Acad::ErrorStatus>(99999));
     // Version, then the block, which itself stops at its size, then the magic.
     EXPECT_EQ(filer.calls.size(), whole.calls.size() - 1);
-    EXPECT_EQ(recorder.conditions(), (Texts{"acadErrorStatusText(stat)", "es == es2", "acadErrorStatusText(stat)",
-                                            "acadErrorStatusText(stat)"}));
+    EXPECT_EQ(recorder.conditions(), (Texts{"acadErrorStatusText(stat)", "es == es2",
+                                            "acadErrorStatusText(stat)", "acadErrorStatusText(stat)"}));
 }
 
 TEST(CdbRecord, ATruncatedStreamGivesTheFilersStatus) {

@@ -377,3 +377,20 @@ TEST(DelRange, ReportsItsBoundsAndAKeyOutsideThem) {
     EXPECT_EQ(recorder.at(1).message, "out of range");
     EXPECT_EQ(cdb.log, (Texts{"del 7/9"}));
 }
+
+TEST(SyncWithMemory, AFailureInTheMiddleRemembersWhatWasCopiedBefore) {
+    struct Stopping : MapCdb {
+        cd_error_t write(int kwh, int kwl, const void* data, std::size_t len,
+                         CdbReadWriteMode mode) override {
+            return kwl == 3 ? CD_ERR_FAILED : MapCdb::write(kwh, kwl, data, len, mode);
+        }
+    } dst;
+    MapCdb src;
+    src.counting = true;
+    for (int kwl : {1, 2, 3, 4})
+        src.put(7, kwl, {"a"});
+    UpdateNos updateNos = {{{7, 2}, 99}};
+    EXPECT_THROW(sync(src, dst, 7, updateNos), orv::Exception);
+    EXPECT_EQ(updateNos, (UpdateNos{{{7, 1}, 1}, {{7, 2}, 1}}));
+    EXPECT_EQ(keysOf(dst, 7), (std::set<int>{1, 2}));
+}

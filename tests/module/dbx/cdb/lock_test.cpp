@@ -36,7 +36,8 @@ TEST(Lock, TakesAndGivesBackInAscendingOrder) {
         LockAccess::add(lock, 10, 1);
         LockAccess::doLock(lock);
     }
-    EXPECT_EQ(cdb.log, (Texts{"lock 2/9", "lock 10/1", "lock 10/5", "unlock 2/9", "unlock 10/1", "unlock 10/5"}));
+    EXPECT_EQ(cdb.log,
+              (Texts{"lock 2/9", "lock 10/1", "lock 10/5", "unlock 2/9", "unlock 10/1", "unlock 10/5"}));
 }
 
 TEST(Lock, ThrowsAtTheFirstRefusalWithTheKeyAndAFullStop) {

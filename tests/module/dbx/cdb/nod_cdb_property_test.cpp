@@ -173,8 +173,8 @@ std::string anyBytes() {
 }
 
 CdbReadWriteMode anyMode() {
-    return static_cast<CdbReadWriteMode>(*rc::gen::element<int>(kFirstRecord, kFirstRecord, kNextRecord, kNextRecord,
-                                                                kSameRecord, 42));
+    return static_cast<CdbReadWriteMode>(
+        *rc::gen::element<int>(kFirstRecord, kFirstRecord, kNextRecord, kNextRecord, kSameRecord, 42));
 }
 
 int anyKwh() { return *rc::gen::inRange(0, 3); }
@@ -186,13 +186,18 @@ std::pair<int, int> anyRange() {
     return std::minmax(one, other);
 }
 
+// Takes the way of a store of another class, which has its own `del` and listing.
+struct Derived : NodCdb {
+    using NodCdb::NodCdb;
+};
+
 // Two stores of one drawing beside their models. Each operation is done to both and its answers are compared.
 class Twins {
 public:
     Twins() : m_drawing(L"ONE") {
         subDictionary(subDictionary(m_drawing.kelmoran, L"TWO"), L"CDBASE");
         for (int i = 0; i < 2; ++i) {
-            m_stores.emplace_back(new NodCdb(&m_drawing.db));
+            m_stores.emplace_back(i == 0 ? new NodCdb(&m_drawing.db) : new Derived(&m_drawing.db));
             m_stores[i]->open(i == 0 ? L"ONE" : L"TWO", kSharedLocking);
             m_bases[i] = entryAt(m_drawing.kelmoran, {i == 0 ? L"ONE" : L"TWO", L"CDBASE"});
         }

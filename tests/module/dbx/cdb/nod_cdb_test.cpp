@@ -129,6 +129,35 @@ TEST_F(NodCdbTest, ReadAnswersByTheBuffersSize) {
     EXPECT_EQ(cdb.read(1, 1, buffer, len, kNextRecord), CD_ERR_EMPTY);
 }
 
+TEST_F(NodCdbTest, AFirstWriteCallsTheStoresOwnDel) {
+    struct Own : NodCdb {
+        using NodCdb::NodCdb;
+        cd_error_t del(int kwh, int kwl) override {
+            deleted.push_back(std::to_string(kwh) + "/" + std::to_string(kwl));
+            return NodCdb::del(kwh, kwl);
+        }
+        Texts deleted;
+    } own(&drawing.db);
+    ASSERT_EQ(own.open(L"ASDWG", kSharedLocking), CD_ERR_NONE);
+    EXPECT_EQ(own.write(1, 2, "a", 1, kFirstRecord), CD_ERR_NONE);
+    EXPECT_EQ(own.write(1, 2, "b", 1, kNextRecord), CD_ERR_NONE);
+    EXPECT_EQ(own.deleted, Texts{"1/2"});
+    EXPECT_EQ(namesOf(keyDict(L"1", L"2")), (Names{L"000000", L"000001"}));
+}
+
+TEST_F(NodCdbTest, AGroupThatSomebodyElseReadsRefusesAFirstWrite) {
+    write(3, 5, "x", kFirstRecord);
+    AcDbObject* group = nullptr;
+    ASSERT_EQ(acdbOpenObject(group, entryOf(drawing.base, L"3"), AcDb::kForRead), Acad::eOk);
+    ReportRecorder recorder;
+    EXPECT_EQ(write(3, 5, "y", kFirstRecord), CD_ERR_NONE) << "the key is there and is written to in place";
+    EXPECT_EQ(write(3, 6, "y", kFirstRecord), CD_ERR_NOTFOUND);
+    EXPECT_FALSE(recorder.reports().empty());
+    group->close();
+    EXPECT_EQ(read(3, 5, kFirstRecord), "y");
+    EXPECT_EQ(write(3, 6, "y", kFirstRecord), CD_ERR_NONE);
+}
+
 TEST_F(NodCdbTest, DelOfANegativeEntryRemovesTheGroup) {
     write(5, 1, "a", kFirstRecord);
     write(5, 2, "b", kFirstRecord);
@@ -474,6 +503,7 @@ TEST(NodCdbClose, WithoutADrawingOrFileNamesTheMessageIsBare) {
         cdb.close();
         EXPECT_EQ(listener->heard, Texts{"cdb.nod 3 close()"});
     }
-    EXPECT_EQ(listener->heard, (Texts{"cdb.nod 3 close()", "cdb.nod 3 close()"})) << "the destructor closes again";
+    EXPECT_EQ(listener->heard, (Texts{"cdb.nod 3 close()", "cdb.nod 3 close()"}))
+        << "the destructor closes again";
     orv::clearLogs();
 }
