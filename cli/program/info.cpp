@@ -1,8 +1,10 @@
 #include "cli/common/drawing.h"
+#include "cli/common/failure.h"
 #include "cli/common/output.h"
 #include "cli/common/terminal.h"
 #include "cli/program/commands.h"
 
+#include "acestext.h"
 #include "dbdict.h"
 #include "dbproxy.h"
 #include "dbsymtb.h"
@@ -47,44 +49,53 @@ std::string kindName(const std::string& dxfName) {
     return dxfName;
 }
 
+/// Closes an object at the end of its use.
+struct Closer {
+    void operator()(AcDbObject* object) const { object->close(); }
+};
+
 bool isProxy(AcDbObjectId id) {
     const AcRxClass* kind = id.objectClass();
     return kind->isDerivedFrom(AcDbProxyObject::desc()) || kind->isDerivedFrom(AcDbProxyEntity::desc());
 }
 
+/// A part of the drawing that cannot be opened is a failure of the whole call: an answer without it would
+/// look whole.
+void require(Acad::ErrorStatus status, const Drawing& drawing, const std::string& what) {
+    if (status != Acad::eOk)
+        throw Failure(drawing.path(), what + " cannot be read: " + toUtf8(acadErrorStatusText(status)));
+}
+
 /// The names in a symbol table, as they are stored, in the table's order.
 template <class Table, class Iterator, class Record>
-std::vector<std::string> symbolNames(AcDbObjectId tableId) {
-    std::vector<std::string> names;
+std::vector<std::string> symbolNames(const Drawing& drawing, AcDbObjectId tableId, const std::string& what) {
     Table* table = nullptr;
-    if (acdbOpenObject(table, tableId, AcDb::kForRead) != Acad::eOk)
-        return names;
+    require(acdbOpenObject(table, tableId, AcDb::kForRead), drawing, what);
+    const std::unique_ptr<Table, Closer> open(table);
     Iterator* made = nullptr;
-    if (table->newIterator(made) == Acad::eOk) {
-        const std::unique_ptr<Iterator> entry(made);
-        for (; !entry->done(); entry->step()) {
-            Record* record = nullptr;
-            const ACHAR* name = nullptr;
-            if (entry->getRecord(record, AcDb::kForRead) != Acad::eOk)
-                continue;
-            if (record->getName(name) == Acad::eOk)
-                names.push_back(toUtf8(name));
-            record->close();
-        }
+    require(table->newIterator(made), drawing, what);
+    const std::unique_ptr<Iterator> entry(made);
+    std::vector<std::string> names;
+    for (; !entry->done(); entry->step()) {
+        Record* record = nullptr;
+        require(entry->getRecord(record, AcDb::kForRead), drawing, "a record of " + what);
+        const std::unique_ptr<Record, Closer> openRecord(record);
+        const ACHAR* name = nullptr;
+        require(record->getName(name), drawing, "a name in " + what);
+        names.push_back(toUtf8(name));
     }
-    table->close();
     return names;
 }
 
-std::vector<std::string> dictionaryNames(AcDbObjectId dictionaryId) {
-    std::vector<std::string> names;
+std::vector<std::string> namedObjects(const Drawing& drawing) {
     AcDbDictionary* dictionary = nullptr;
-    if (acdbOpenObject(dictionary, dictionaryId, AcDb::kForRead) != Acad::eOk)
-        return names;
+    require(acdbOpenObject(dictionary, drawing.database().namedObjectsDictionaryId(), AcDb::kForRead),
+            drawing, "the named object dictionary");
+    const std::unique_ptr<AcDbDictionary, Closer> open(dictionary);
     const std::unique_ptr<AcDbDictionaryIterator> entry(dictionary->newIterator());
+    std::vector<std::string> names;
     for (; !entry->done(); entry->next())
         names.push_back(toUtf8(entry->name()));
-    dictionary->close();
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -124,19 +135,18 @@ Json describeDrawing(const Drawing& drawing, CommandModule* module) {
         }
     }
 
-    return {
-        {"file", drawing.path()},
-        {"version", embedded::fileVersion(database)},
-        {"classes", std::move(classes)},
-        {"objects", objects},
-        {"total", total},
-        {"layers",
-         symbolNames<AcDbLayerTable, AcDbLayerTableIterator, AcDbLayerTableRecord>(database.layerTableId())},
-        {"blocks",
-         symbolNames<AcDbBlockTable, AcDbBlockTableIterator, AcDbBlockTableRecord>(database.blockTableId())},
-        {"named_objects", dictionaryNames(database.namedObjectsDictionaryId())},
-        {"proxies", proxies},
-        {"stores", std::move(stores)}};
+    return {{"file", drawing.path()},
+            {"version", embedded::fileVersion(database)},
+            {"classes", std::move(classes)},
+            {"objects", objects},
+            {"total", total},
+            {"layers", symbolNames<AcDbLayerTable, AcDbLayerTableIterator, AcDbLayerTableRecord>(
+                           drawing, database.layerTableId(), "the layer table")},
+            {"blocks", symbolNames<AcDbBlockTable, AcDbBlockTableIterator, AcDbBlockTableRecord>(
+                           drawing, database.blockTableId(), "the block table")},
+            {"named_objects", namedObjects(drawing)},
+            {"proxies", proxies},
+            {"stores", std::move(stores)}};
 }
 
 std::string joined(const Json& names) {

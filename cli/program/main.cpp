@@ -66,8 +66,7 @@ int Program::run(int argc, char** argv) {
         printReportCount();
     if (m_module != nullptr)
         m_module->setReportSink({});
-    embedded::closeAllDocuments();
-    embedded::rx::unloadAll();
+    embedded::endSession();
     return code;
 }
 

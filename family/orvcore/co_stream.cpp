@@ -31,7 +31,7 @@ ORV_COStream& ORV_COStream::operator<<(const char* text) {
 }
 
 ORV_COStream& ORV_COStream::operator<<(const std::string& text) {
-    m_line += platform::fromUtf8(text);
+    m_line += platform::fromSystem(text);
     return *this;
 }
 

@@ -11,11 +11,30 @@
 #include "embedded/event_source.h"
 #include "embedded/host_start.h"
 
+#include <algorithm>
+
 using namespace embedded;
 
 namespace {
+
 const RoomInitialiser roomInitialiser(30, initDbClasses);
+
+AcDbVoidPtrArray& activeDatabases() {
+    static AcDbVoidPtrArray* databases = new AcDbVoidPtrArray;
+    return *databases;
 }
+
+} // namespace
+
+bool AcDbVoidPtrArray::contains(const void* pointer) const {
+    return std::find(m_pointers.begin(), m_pointers.end(), pointer) != m_pointers.end();
+}
+
+void AcDbVoidPtrArray::remove(const void* pointer) {
+    m_pointers.erase(std::remove(m_pointers.begin(), m_pointers.end(), pointer), m_pointers.end());
+}
+
+const AcDbVoidPtrArray* acdbActiveDatabaseArray() { return &activeDatabases(); }
 
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
     startHost();
@@ -25,6 +44,7 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
         m_core->modified = false;
     }
     m_core->undo().setRecording(true);
+    activeDatabases().append(this);
     events::databaseConstructed(this);
 }
 
@@ -33,6 +53,7 @@ AcDbDatabase::~AcDbDatabase() {
     AcDbHostApplicationServices* services = acdbHostApplicationServices();
     if (services->workingDatabase() == this)
         services->setWorkingDatabase(nullptr);
+    activeDatabases().remove(this);
     delete m_core;
 }
 

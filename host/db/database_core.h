@@ -5,7 +5,7 @@
 #include "db/undo_log.h"
 #include "dbid.h"
 #include "dbmain.h"
-#include "embedded/inventory.h"
+#include "embedded/class_table_row.h"
 
 #include <memory>
 #include <string>

@@ -72,27 +72,27 @@ Acad::ErrorStatus AcDbObject::close() {
 Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
     if (mId.isNull())
         return Acad::eNoDatabase;
-    assertWriteEnabled(false);
+    assertWriteEnabled(false, false);
     AcDbStub& stub = *static_cast<AcDbStub*>(mId);
     const bool erased = erasing != 0;
     if (stub.has(kErased) == erased)
         return erased ? Acad::eWasErased : Acad::eWasNotErased;
     // The bit stands before subErase runs, so that what an owner erases with itself can look at it.
-    coreOf(&stub)->undo().recordErasedBit(stub, !erased);
     erased ? stub.set(kErased) : stub.clear(kErased);
     Acad::ErrorStatus es = subErase(erasing);
     if (es != Acad::eOk) {
         erased ? stub.clear(kErased) : stub.set(kErased);
         return es;
     }
+    // Only now: a refused erase leaves no trace, neither in the history nor on the object.
+    assertWriteEnabled(false);
+    coreOf(&stub)->undo().recordErasedBit(stub, !erased);
     if (mExtras != nullptr && !mExtras->extensionDictionary.isNull())
         eraseOwned(*static_cast<AcDbStub*>(mExtras->extensionDictionary), erased);
     return Acad::eOk;
 }
 
 bool AcDbObject::isErased() const { return mId.isErased(); }
-
-Adesk::Boolean AcDbObject::isEraseStatusToggled() const { return false; }
 
 namespace {
 bool stubHas(const AcDbObjectId& id, std::uint32_t bits) {
@@ -224,8 +224,6 @@ bool AcDbObject::hasPersistentReactor(AcDbObjectId reactor) const {
     const std::vector<AcDbObjectId> ids = ObjectAccess::reactors(*this);
     return std::find(ids.begin(), ids.end(), reactor) != ids.end();
 }
-
-std::vector<AcDbObjectId> AcDbObject::persistentReactors() const { return ObjectAccess::reactors(*this); }
 
 Acad::ErrorStatus AcDbObject::dwgIn(AcDbDwgFiler* filer) { return dwgInFields(filer); }
 Acad::ErrorStatus AcDbObject::dwgOut(AcDbDwgFiler* filer) const { return dwgOutFields(filer); }

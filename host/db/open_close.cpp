@@ -82,7 +82,7 @@ Acad::ErrorStatus upgradeStub(AcDbStub& stub) {
     if (stub.readers() == 0)
         return Acad::eNotOpenForRead;
     if (stub.readers() > 1)
-        return Acad::eWasOpenForRead;
+        return Acad::eHadMultipleReaders;
     Acad::ErrorStatus es = ObjectAccess::subOpen(*stub.object, AcDb::kForWrite);
     if (es != Acad::eOk)
         return es;
@@ -108,7 +108,12 @@ void eraseOwned(AcDbStub& stub, bool erasing) {
     // The owner's going decides, whoever else has the object open now.
     const std::uint32_t before = stub.bits & (kOpenForWrite | kWrittenSinceOpen);
     stub.set(kOpenForWrite);
-    object->erase(erasing);
+    if (object->erase(erasing) != Acad::eOk) {
+        // A proxy that refuses to go, say: without its owner it would be an object that nothing leads to.
+        stub.tag->core->undo().recordErasedBit(stub, !erasing);
+        erasing ? stub.set(kErased) : stub.clear(kErased);
+        stub.set(kDirty);
+    }
     if ((before & kOpenForWrite) == 0) {
         stub.clear(kOpenForWrite | kWrittenSinceOpen);
         stub.set(before);

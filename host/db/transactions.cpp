@@ -50,7 +50,7 @@ Acad::ErrorStatus TransactionManager::getObject(AcDbObject*& object, AcDbObjectI
     if (mode == AcDb::kForWrite && !stub->has(kOpenForWrite)) {
         Acad::ErrorStatus es = upgradeStub(*stub);
         if (es != Acad::eOk)
-            return es;
+            return es == Acad::eHadMultipleReaders ? Acad::eWasOpenForRead : es;
     }
     object = stub->object;
     return Acad::eOk;

@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "platform/text.h"
 
+#include <new>
+
 using namespace embedded;
 
 namespace {
@@ -62,6 +64,10 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, co
         m_core->fileName.clear();
         m_core->originalFileName.clear();
         return fail(statusOf(failure), fileName, failure.what());
+    } catch (const std::bad_alloc&) {
+        m_core->fileName.clear();
+        m_core->originalFileName.clear();
+        return fail(Acad::eOutOfMemory, fileName, "not enough memory for this drawing");
     }
     events::dwgFileOpened(this, fileName);
     events::initialDwgFileOpenComplete(this);
@@ -76,7 +82,12 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, bool, AcDb::AcDbDw
     events::beginSave(this, fileName);
     dwg::Bytes bytes;
     std::string error;
-    const Acad::ErrorStatus es = dwg::writeDrawing(*m_core, frameOf(*m_core), bytes, error);
+    Acad::ErrorStatus es = Acad::eOutOfMemory;
+    try {
+        es = dwg::writeDrawing(*m_core, frameOf(*m_core), bytes, error);
+    } catch (const std::bad_alloc&) {
+        error = "not enough memory to write this drawing";
+    }
     if (es != Acad::eOk) {
         events::abortSave(this);
         return fail(es, fileName, error);

@@ -159,7 +159,7 @@ Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const ObjectKind& kind, c
         es = fresh->dwgInFields(&filer);
         if (es == Acad::eOk)
             es = filer.filerStatus();
-    } catch (const std::exception&) {
+    } catch (...) {
         // No memory for what a damaged count asks for, or a reader that lets something out: the object is not
         // there.
     }

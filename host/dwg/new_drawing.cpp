@@ -62,6 +62,19 @@ const Bytes& auxiliaryHeader() {
     return bytes;
 }
 
+// A preview with no picture in its directory.
+const Bytes& preview() {
+    static const Bytes bytes = [] {
+        Bytes section;
+        append(section, kPreviewBegin);
+        appendLong(section, 1);
+        section.push_back(0);
+        append(section, endOf(kPreviewBegin));
+        return section;
+    }();
+    return bytes;
+}
+
 // A template description of no characters, and English units.
 const Bytes& templateData() {
     static const Bytes bytes(4, 0);
@@ -74,6 +87,7 @@ DrawingParts partsOfNewDrawing() {
     DrawingParts parts;
     parts.maintenance = kMaintenance;
     parts.writerVersion = kWriterVersion;
+    parts.preview = preview();
     parts.auxiliaryHeader = auxiliaryHeader();
     parts.templateData = templateData();
     return parts;

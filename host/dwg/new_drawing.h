@@ -5,8 +5,8 @@
 
 namespace embedded::dwg {
 
-// The parts of a container that a drawing has which was never in a file: no preview, an auxiliary header, a
-// template.
+// The parts of a container that a drawing has which was never in a file: an empty preview, an auxiliary
+// header, a template.
 DrawingParts partsOfNewDrawing();
 
 // The time of making and the two identifiers of a new drawing.

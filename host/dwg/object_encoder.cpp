@@ -12,8 +12,6 @@
 namespace embedded::dwg {
 namespace {
 
-// From here on the format fixes numbers for kinds that files nevertheless name in their class table.
-const std::uint16_t kFirstNamedType = 0x50;
 
 // The application under which a class is filed, which its module may choose by release.
 std::wstring applicationOf(const AcRxClass& filed) {

@@ -19,6 +19,9 @@ const FixedType* fixedType(std::uint16_t number);
 // The number for a class of the host; 0 if the format fixes none for it.
 std::uint16_t fixedNumber(const wchar_t* className);
 
+// From here on the format fixes numbers for kinds that files nevertheless name in their class table.
+constexpr std::uint16_t kFirstNamedType = 0x50;
+
 enum : std::uint16_t {
     kBlockBeginType = 0x04,
     kBlockEndType = 0x05,

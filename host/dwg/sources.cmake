@@ -17,6 +17,7 @@ set(HOST_DWG_SOURCES
   file_version.cpp
   header_fields.cpp
   header_variables.cpp
+  inventory.cpp
   new_drawing.cpp
   object_encoder.cpp
   object_envelope.cpp

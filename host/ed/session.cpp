@@ -6,6 +6,7 @@
 #include "embedded/applications.h"
 #include "embedded/host_start.h"
 #include "platform/text.h"
+#include "rxevent.h"
 
 #include <algorithm>
 
@@ -23,7 +24,21 @@ std::string& fileError() {
     return line;
 }
 
+// Takes a database that somebody ends directly off the list.
+class DocumentReactor : public AcRxEventReactor {
+public:
+    void databaseToBeDestroyed(AcDbDatabase* database) override {
+        auto& list = openDocuments();
+        list.erase(std::remove(list.begin(), list.end(), database), list.end());
+    }
+};
+
 void becomeDocument(AcDbDatabase* database) {
+    static DocumentReactor* reactor = nullptr;
+    if (reactor == nullptr) {
+        reactor = new DocumentReactor; // for the life of the process, as the events are
+        acrxEvent->addReactor(reactor);
+    }
     openDocuments().push_back(database);
     activateDocument(*database);
     sendToAll(AcRx::kLoadDwgMsg, database);
@@ -62,6 +77,7 @@ AcDbDatabase* newDocument() {
 bool saveDocument(AcDbDatabase& database, const std::wstring& fileName, std::string& error) {
     error.clear();
     noteFileFailure({});
+    sendToAll(AcRx::kSaveMsg, &database);
     if (database.saveAs(fileName.c_str()) == Acad::eOk)
         return true;
     error = failureLine(fileName, "the drawing cannot be saved");
@@ -73,11 +89,20 @@ void closeDocument(AcDbDatabase* database) {
     auto it = std::find(list.begin(), list.end(), database);
     if (it == list.end())
         return;
+    AcDbDatabase* before = acdbHostApplicationServices()->workingDatabase();
     activateDocument(*database);
     sendToAll(AcRx::kUnloadDwgMsg, database);
-    list.erase(it);
     delete database;
-    acdbHostApplicationServices()->setWorkingDatabase(list.empty() ? nullptr : list.back());
+    if (before == database)
+        before = list.empty() ? nullptr : list.back();
+    acdbHostApplicationServices()->setWorkingDatabase(before);
+}
+
+void endSession() {
+    sendToAll(AcRx::kPreQuitMsg, nullptr);
+    closeAllDocuments();
+    sendToAll(AcRx::kQuitMsg, nullptr);
+    rx::unloadAll();
 }
 
 void closeAllDocuments() {

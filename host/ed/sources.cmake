@@ -1,3 +1,2 @@
 set(HOST_ED_SOURCES
-  inventory.cpp
   session.cpp)

@@ -19,7 +19,7 @@ platform::ModuleHandle moduleOf(const AcRxDbxApp& application) {
 } // namespace
 
 AcRx::AppRetCode AcRxDbxApp::On_kInitAppMsg(void* packet) {
-    m_hdllInstance = moduleOf(*this);
+    m_hdllInstance = static_cast<HINSTANCE>(moduleOf(*this));
     if (m_bUnlock)
         acrxDynamicLinker->unlockApplication(packet);
     if (m_bMDIAware)

@@ -53,7 +53,7 @@ DBX_Application::DBX_Application(const std::wstring& name) : m_moduleName(name),
     m_bMDIAware = true;
     if (name.empty())
         return;
-    m_moduleHandle = platform::moduleHandle(name.c_str());
+    m_moduleHandle = static_cast<HMODULE>(platform::moduleHandle(name.c_str()));
     wchar_t path[platform::kMaxModulePath] = {};
     platform::moduleFileName(m_moduleHandle, path, platform::kMaxModulePath);
     m_modulePath = path;

@@ -30,6 +30,9 @@ public:
     // Wide text is converted to the system's narrow text.
     LogStream& operator<<(const std::wstring& text);
     LogStream& operator<<(const wchar_t* text);
+    // These two keep the template from taking them for an address and a number.
+    LogStream& operator<<(wchar_t* text) { return *this << static_cast<const wchar_t*>(text); }
+    LogStream& operator<<(wchar_t character) { return *this << std::wstring(1, character); }
     LogStream& operator<<(setLevel wanted);
 
 private:

@@ -45,8 +45,8 @@ public:
     void getAcDbHandle(AcDbHandle& handle) const;
     AcDbDatabase* database() const;
 
-    // Opens for what is open for read or notify already. eOk; eWasOpenForRead if someone else reads it too;
-    // eNotOpenForRead if it is not open at all.
+    // From read to write. eOk, also when it is open for write already; eHadMultipleReaders if someone else reads it
+    // too; eNotOpenForRead if it is not open for read.
     Acad::ErrorStatus upgradeOpen();
     // From write back to read. eNotOpenForWrite if it was not open for write.
     Acad::ErrorStatus downgradeOpen();
@@ -60,7 +60,6 @@ public:
     Acad::ErrorStatus erase(Adesk::Boolean erasing = true);
 
     bool isErased() const;
-    Adesk::Boolean isEraseStatusToggled() const;
     Adesk::Boolean isReadEnabled() const;
     Adesk::Boolean isWriteEnabled() const;
     Adesk::Boolean isNotifyEnabled() const;
@@ -98,8 +97,6 @@ public:
     void addPersistentReactor(AcDbObjectId reactor);
     Acad::ErrorStatus removePersistentReactor(AcDbObjectId reactor);
     bool hasPersistentReactor(AcDbObjectId reactor) const;
-    // The persistent reactors' ids in order.
-    std::vector<AcDbObjectId> persistentReactors() const;
 
     // The whole of an object to a stream or from it: calls the fields' operation.
     Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
@@ -193,7 +190,7 @@ public:
     // (embedded/session.h) has the reason as one line.
     Acad::ErrorStatus readDwgFile(const ACHAR* fileName, int shareMode = 0, bool allowCPConversion = false,
                                   const ACHAR* password = nullptr);
-    // Writes the drawing beside `fileName` and puts it in its place in one step: afterwards there is either the old
+    // Writes the drawing beside `fileName` (no backup copy is kept, whatever `bBakAndRename` says) and puts it in its place in one step: afterwards there is either the old
     // or the new file, whole. eOk; eFilerError when the system refuses; the status of an object whose filer failed.
     Acad::ErrorStatus saveAs(const ACHAR* fileName, bool bBakAndRename = true,
                              AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT);
@@ -260,6 +257,22 @@ private:
 
     embedded::DatabaseCore* m_core;
 };
+
+// Plain pointers in a row.
+class AcDbVoidPtrArray {
+public:
+    int length() const { return static_cast<int>(m_pointers.size()); }
+    void* at(int index) const { return m_pointers[static_cast<std::size_t>(index)]; }
+    bool contains(const void* pointer) const;
+    void append(void* pointer) { m_pointers.push_back(pointer); }
+    void remove(const void* pointer);
+
+private:
+    std::vector<void*> m_pointers;
+};
+
+// The databases that are there now, in the order of their making. Belongs to the host.
+const AcDbVoidPtrArray* acdbActiveDatabaseArray();
 
 // Opens an object. eOk; eNullObjectId; eInvalidInput if the database of the id has gone; eWasErased for an erased
 // object unless `openErased`; ePermanentlyErased for one whose history was dropped; eWasOpenForWrite,

@@ -18,12 +18,18 @@ namespace {
 // damaged length cannot take more memory than the stream has bytes to fill.
 constexpr Adesk::Int32 kTrustedLength = 16 << 20;
 
+char* newBlock(Adesk::Int32 len) {
+    if (len < 0)
+        throw std::bad_array_new_length();
+    return new char[static_cast<size_t>(len)]();
+}
+
 } // namespace
 
 ORV_CObjCdbRecord::ORV_CObjCdbRecord() : m_version(0), m_len(0), m_data(nullptr) {}
 
 ORV_CObjCdbRecord::ORV_CObjCdbRecord(const void* data, Adesk::Int32 len)
-    : m_version(0), m_len(len), m_data(new char[len]) {
+    : m_version(0), m_len(len), m_data(newBlock(len)) {
     ORV_ASSERT(m_data);
     if (len > 0)
         std::memcpy(m_data, data, static_cast<size_t>(len));
@@ -47,7 +53,7 @@ void ORV_CObjCdbRecord::replaceBlock(Adesk::Int32 len) {
     delete[] m_data;
     m_data = nullptr;
     m_len = 0; // so that a refused allocation leaves an empty record
-    m_data = new char[len]();
+    m_data = newBlock(len);
     m_len = len;
 }
 

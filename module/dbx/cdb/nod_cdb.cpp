@@ -7,7 +7,6 @@
 #include "dbdict.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
-#include "dbx/dictionary.h"
 #include "orvcore/transaction_manager.h"
 
 #include <algorithm>
@@ -154,21 +153,26 @@ cd_error_t NodCdb::open(const std::wstring& name, CdbLockMode lockMode) {
 bool NodCdb::isOpen() const { return !cdbDictId.isNull() && m_db != nullptr && cdbDictId.isValid(); }
 
 cd_error_t NodCdb::close() {
-    LogStream stream("cdb.nod");
-    stream << "close(";
-    // A store that was open and has lost its drawing must not ask it for its name.
-    if (m_db != nullptr && (nameDictId.isNull() || nameDictId.isValid())) {
-        const ACHAR* current = nullptr;
-        if (m_db->getFilename(current) == Acad::eOk && current != nullptr && *current != L'\0')
-            stream << "current=" << current << "; ";
-        const ACHAR* const original = m_db->originalFileName();
-        if (original != nullptr && *original != L'\0')
-            stream << "orig=" << original;
-    }
-    stream << ")\n";
+    // A store that has lost its drawing must not ask it for its name.
+    const AcDbDatabase* const named = acdbActiveDatabaseArray()->contains(m_db) ? m_db : nullptr;
     cdbDictId.setNull();
     nameDictId.setNull();
     m_db = nullptr;
+    // Sent when the store is closed already: a listener that throws must not keep it open, nor end the
+    // program from the destructor.
+    try {
+        LogStream stream("cdb.nod");
+        stream << "close(";
+        const ACHAR* current = nullptr;
+        if (named != nullptr && named->getFilename(current) == Acad::eOk && current != nullptr &&
+            *current != L'\0')
+            stream << "current=" << current << "; ";
+        const ACHAR* const original = named != nullptr ? named->originalFileName() : nullptr;
+        if (original != nullptr && *original != L'\0')
+            stream << "orig=" << original;
+        stream << ")\n";
+    } catch (...) {
+    }
     return CD_ERR_NONE;
 }
 
@@ -323,6 +327,9 @@ bool NodCdb::_rewriteKey(int kwh, int kwl, const void* data, std::size_t len, cd
         return false;
     const IntText name(kwl);
     const AcDbObjectId old = acad::get_subDict_id(*group, name, false, m_db);
+    // The look-up may have taken out an entry whose object is gone for good, and the right to write with it.
+    if (!group->isWriteEnabled() && group->upgradeOpen() != Acad::eOk)
+        return false;
     if (!old.isNull()) {
         group->remove(old);
         eraseRemoved(old);
@@ -356,7 +363,10 @@ cd_error_t NodCdb::del(int kwh, int kwl) {
     const AcDbObjectId id = acad::get_subDict_id(*dict, IntText(kwl), false, m_db);
     if (id.isNull())
         return CD_ERR_NOTFOUND;
-    dict->remove(id);
+    // The look-up takes an entry whose object is gone for good out itself, and the right to write goes with
+    // it.
+    if (dict->isWriteEnabled())
+        dict->remove(id);
     eraseRemoved(id); // the records go with their dictionary
     return CD_ERR_NONE;
 }

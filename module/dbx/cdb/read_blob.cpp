@@ -26,6 +26,8 @@ Blob readBlob(const ICdb& cdb, int kwh, int kwl, CdbReadWriteMode mode) {
     blob.resize(len);
     // The position was stepped by the first call.
     cdb.read(kwh, kwl, blob.data(), len, kSameRecord);
+    if (len < kFirstTry)
+        blob.resize(len);
     return blob;
 }
 

@@ -45,7 +45,7 @@ TEST_F(OpenState, UpgradeNeedsToBeTheOnlyReader) {
     AcDbObject* other = nullptr;
     ASSERT_EQ(acdbOpenObject(one, id), Acad::eOk);
     ASSERT_EQ(acdbOpenObject(other, id), Acad::eOk);
-    EXPECT_EQ(one->upgradeOpen(), Acad::eWasOpenForRead);
+    EXPECT_EQ(one->upgradeOpen(), Acad::eHadMultipleReaders);
     other->close();
     EXPECT_EQ(one->upgradeOpen(), Acad::eOk);
     EXPECT_TRUE(one->isWriteEnabled());

@@ -13,12 +13,15 @@ namespace embedded {
 AcDbDatabase* openDocument(const std::wstring& fileName, std::string& error);
 // An empty drawing, as a document.
 AcDbDatabase* newDocument();
-// Saves a document, or any database; it bears that name afterwards. False with one line; the file is then as it was.
+// Tells every application (kSaveMsg), then saves a document, or any database; it bears that name afterwards. False with
+// one line; the file is then as it was.
 bool saveDocument(AcDbDatabase& database, const std::wstring& fileName, std::string& error);
-// Tells every application (kUnloadDwgMsg) and ends the database. The working database becomes the document that was
-// opened last before it, or none. Null is left alone.
+// Tells every application (kUnloadDwgMsg), with the document as the working database, and ends it. If it was the one
+// that was worked in, the newest of the others takes its place, or none. A database that is no document is left alone.
 void closeDocument(AcDbDatabase* database);
 void closeAllDocuments();
+// The program's end: kPreQuitMsg to all, every document closed, kQuitMsg, every application unloaded.
+void endSession();
 // In the order of opening.
 const std::vector<AcDbDatabase*>& documents();
 // Makes a document the one that is worked in.

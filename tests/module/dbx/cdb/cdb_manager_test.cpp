@@ -20,6 +20,11 @@ using testing_support::Values;
 
 namespace {
 
+// The manager's stores are closed before the drawing that they are open on goes.
+struct Drawing : StoreDrawing {
+    ~Drawing() { CdbManager::instance().closeAll(); }
+};
+
 // Creators stay for the life of the process, so each test that brings one has a kind of its own.
 constexpr auto kCounted = static_cast<CdbType>(101);
 constexpr auto kFailing = static_cast<CdbType>(102);
@@ -104,7 +109,7 @@ TEST_F(CdbManagerTest, CloseOfAPairThatIsNotRegisteredDoesNothing) {
 }
 
 TEST_F(CdbManagerTest, CloseAllForgetsStoresAndKeepsCreators) {
-    StoreDrawing drawing;
+    Drawing drawing;
     const boost::shared_ptr<ICdb> first = manager.open(L"ASDWG", kNodCdb, kSharedLocking);
     manager.open(L"ASDWG", kNodCdb, kSharedLocking);
     manager.closeAll();
@@ -132,7 +137,7 @@ TEST_F(CdbManagerTest, ACreatorThatMakesNothingIsReportedAndNothingIsRegistered)
 }
 
 TEST_F(CdbManagerTest, AnUnknownStoreOfADrawingIsAliveUnopenedAndRegistered) {
-    StoreDrawing drawing;
+    Drawing drawing;
     ReportRecorder recorder;
     const boost::shared_ptr<ICdb> store = manager.open(L"UNKNOWN", kNodCdb, kSharedLocking);
     ASSERT_NE(store, nullptr);
@@ -155,7 +160,7 @@ TEST_F(CdbManagerTest, WithoutADrawingTheCreatorReportsAndGivesNothing) {
 }
 
 TEST_F(CdbManagerTest, CreateOnlyGivesAStoreThatTheManagerDoesNotKnow) {
-    StoreDrawing drawing;
+    Drawing drawing;
     const boost::shared_ptr<ICdb> own = manager.createOnly(L"ASDWG", kNodCdb, kSharedLocking);
     ASSERT_NE(own, nullptr);
     EXPECT_TRUE(own->isOpen());
@@ -163,7 +168,7 @@ TEST_F(CdbManagerTest, CreateOnlyGivesAStoreThatTheManagerDoesNotKnow) {
 }
 
 TEST_F(CdbManagerTest, AGuardLeavesItsCountBehind) {
-    StoreDrawing drawing;
+    Drawing drawing;
     ICdb* store = nullptr;
     {
         UseCdb guard(L"ASDWG", kNodCdb);

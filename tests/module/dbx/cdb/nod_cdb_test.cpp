@@ -411,6 +411,30 @@ TEST_F(NodCdbTest, AKeyWhoseDictionaryIsGoneForGoodIsReportedOnceThenMissing) {
     EXPECT_EQ(read(3, 5, kFirstRecord), "y");
 }
 
+TEST_F(NodCdbTest, AWriteOverAKeyThatIsGoneForGoodMakesItAnew) {
+    struct Derived : NodCdb {
+        using NodCdb::NodCdb;
+    } derived(&drawing.db);
+    ASSERT_EQ(derived.open(L"ASDWG", kSharedLocking), CD_ERR_NONE);
+    for (NodCdb* const store : {&cdb, static_cast<NodCdb*>(&derived)}) {
+        write(3, 5, "x", kFirstRecord);
+        eraseObject(keyDict(L"3", L"5"));
+        embedded::forgetHistory(drawing.db);
+        EXPECT_EQ(store->write(3, 5, "y", 1, kFirstRecord), CD_ERR_NONE);
+        EXPECT_EQ(read(3, 5, kFirstRecord), "y");
+        eraseObject(keyDict(L"3", L"5"));
+        embedded::forgetHistory(drawing.db);
+        ReportRecorder recorder;
+        EXPECT_EQ(store->del(3, 5), CD_ERR_NONE);
+        EXPECT_FALSE(store->exists(3, 5));
+        eraseObject(entryOf(drawing.base, L"3"));
+        embedded::forgetHistory(drawing.db);
+        EXPECT_EQ(store->del(3, -1), CD_ERR_NOTFOUND);
+        EXPECT_EQ(store->write(3, 5, "z", 1, kFirstRecord), CD_ERR_NONE);
+        EXPECT_EQ(read(3, 5, kFirstRecord), "z");
+    }
+}
+
 TEST_F(NodCdbTest, StoresOfADrawingKeepApart) {
     subDictionary(subDictionary(drawing.kelmoran, L"TWO"), L"CDBASE");
     NodCdb two(&drawing.db);

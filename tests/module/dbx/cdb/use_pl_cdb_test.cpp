@@ -17,6 +17,11 @@ using testing_support::Texts;
 
 namespace {
 
+// The manager's stores are closed before the drawing that they are open on goes.
+struct Drawing : StoreDrawing {
+    ~Drawing() { CdbManager::instance().closeAll(); }
+};
+
 std::vector<std::wstring> s_files;
 bool s_fail = false;
 
@@ -56,7 +61,7 @@ protected:
 } // namespace
 
 TEST_F(UsePlCdbTest, NodTwiceOpensOnceAndItsCountStaysWithTheManager) {
-    StoreDrawing drawing;
+    Drawing drawing;
     ICdb* store = nullptr;
     {
         UsePlCdb project1(project(L"X"));
@@ -72,7 +77,7 @@ TEST_F(UsePlCdbTest, NodTwiceOpensOnceAndItsCountStaysWithTheManager) {
 }
 
 TEST_F(UsePlCdbTest, AProjectCalledAsTheDrawingsStoreGivesItsCountBack) {
-    StoreDrawing drawing;
+    Drawing drawing;
     boost::shared_ptr<ICdb> kept;
     {
         UsePlCdb project1(project(L"ASDWG"));

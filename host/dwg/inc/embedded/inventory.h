@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dbid.h"
+#include "embedded/class_table_row.h"
 
 #include <functional>
 #include <map>
@@ -15,22 +16,13 @@ namespace embedded {
 // Calls `visit` for each object that is not erased, by ascending handle.
 void forEachObject(const AcDbDatabase& database, const std::function<void(AcDbObjectId)>& visit);
 
-// The DXF name of an object's kind ("LINE", "DICTIONARY", "ORV_CDBRECORD"), also of a proxy: what it stands for.
+// The drawing file's name of an object's kind ("LINE", "BLOCK_HEADER", "ORV_CDBRECORD"), also of an object that is in no
+// file yet, and of a proxy: what it stands for.
 std::wstring kindOf(AcDbObjectId id);
 
 // How many objects there are of each kind.
 std::map<std::wstring, std::size_t> countByKind(const AcDbDatabase& database);
 
-// A row of the drawing's class table.
-struct ClassTableRow {
-    int number = 0;
-    int proxyFlags = 0;
-    std::wstring applicationName;
-    std::wstring className;
-    std::wstring dxfName;
-    bool wasAZombie = false;
-    bool isEntity = false;
-};
 // As the file had them, in order; empty for a drawing that was never read or saved.
 std::vector<ClassTableRow> classTable(const AcDbDatabase& database);
 // "AC1015" and the like; empty for a drawing that was never read or saved.

@@ -2,6 +2,8 @@
 
 #include "db/database_core.h"
 #include "db/object_access.h"
+#include "dwg/object_types.h"
+#include "platform/text.h"
 #include "rxclass.h"
 
 namespace embedded {
@@ -24,8 +26,11 @@ std::wstring kindOf(AcDbObjectId id) {
         return core->source->dxfNameOf(*stub);
     if (stub->object == nullptr)
         return {};
-    const ACHAR* name = stub->object->isA()->dxfName();
-    return name != nullptr ? name : stub->object->isA()->name();
+    const AcRxClass* kind = stub->object->isA();
+    const dwg::FixedType* fixed = dwg::fixedType(dwg::fixedNumber(kind->name()));
+    if (fixed != nullptr && fixed->number < dwg::kFirstNamedType)
+        return platform::fromUtf8(fixed->name);
+    return kind->dxfName() != nullptr ? kind->dxfName() : kind->name();
 }
 
 std::map<std::wstring, std::size_t> countByKind(const AcDbDatabase& database) {
