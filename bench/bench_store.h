@@ -8,8 +8,8 @@
 #include "orvcore/transaction_manager.h"
 
 #include "arx/dictionary_utils.h"
-#include "dbx/dictionary.h"
 #include "dbx/cdb/cdbrec.h"
+#include "dbx/dictionary.h"
 #include "embedded/host_start.h"
 #include "rxclass.h"
 

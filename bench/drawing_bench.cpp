@@ -9,8 +9,8 @@
 
 #include <filesystem>
 
-// Whole drawings: opening and listing, and opening, adding a record and saving, beside the independent reader's
-// library where it is at hand.
+// Whole drawings: opening and listing, and opening, adding a record and saving, beside the independent
+// reader's library where it is at hand.
 
 #ifdef WITH_INDEPENDENT_READER
 // Reads a drawing whole and counts its objects; writes it again where `out` is given. False if it cannot.
