@@ -106,6 +106,10 @@ FileResult readFile(const std::wstring& path, std::vector<unsigned char>& bytes)
 
 FileResult replaceFile(const std::wstring& path, const void* bytes, std::size_t size) {
     const std::wstring target = realPath(path);
+    // A rename would take a device or a pipe away and leave a file in its place.
+    if (fileExists(target) && !isOrdinaryFile(target))
+        return {static_cast<int>(std::errc::invalid_argument),
+                L"cannot write '" + path + L"': it is no ordinary file"};
     std::wstring beside;
     int error = writeBeside(target, bytes, size, beside);
     if (error == 0)

@@ -24,11 +24,14 @@ PLATFORM_API FileResult readFile(const std::wstring& path, std::vector<unsigned 
 // disk, renames over it and flushes the folder. Whenever it ends or is interrupted, either the old or the new
 // file stands there whole; after a failure it is the old one and nothing lies beside it, as far as the system
 // lets that be cleaned up. The one exception is a failure to flush the folder, which is told with the new
-// file in place. A link is followed to its file, and the new file gets the old one's permissions.
+// file in place. A folder, a device or a pipe is refused. A link is followed to its file, and the new file
+// gets the old one's permissions.
 PLATFORM_API FileResult replaceFile(const std::wstring& path, const void* bytes, std::size_t size);
 
 // A file or folder of that name is there and can be looked at.
 PLATFORM_API bool fileExists(const std::wstring& path);
+// Whether it exists and holds bytes of its own: no folder, no device, no pipe.
+PLATFORM_API bool isOrdinaryFile(const std::wstring& path);
 PLATFORM_API bool isFolder(const std::wstring& path);
 // Deletes a file; no folders.
 PLATFORM_API FileResult removeFile(const std::wstring& path);

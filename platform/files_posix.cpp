@@ -22,6 +22,11 @@ bool look(const std::wstring& path, struct stat& status) {
 
 } // namespace
 
+bool isOrdinaryFile(const std::wstring& path) {
+    struct stat status;
+    return look(path, status) && S_ISREG(status.st_mode);
+}
+
 bool fileExists(const std::wstring& path) {
     struct stat status;
     return look(path, status);

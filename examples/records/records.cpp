@@ -41,7 +41,8 @@ bool writeRecords(AcDbDatabase& database) {
         return false;
     const std::string header = "header of key 10/0";
     const std::string further = "a further record";
-    return store.write(10, 0, header.data(), header.size(), orv::cdb::kFirstRecord) == orv::cdb::CD_ERR_NONE &&
+    return store.write(10, 0, header.data(), header.size(), orv::cdb::kFirstRecord) ==
+               orv::cdb::CD_ERR_NONE &&
            store.write(10, 0, further.data(), further.size(), orv::cdb::kNextRecord) == orv::cdb::CD_ERR_NONE;
 }
 

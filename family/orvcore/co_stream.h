@@ -16,7 +16,8 @@ public:
 
     ORV_COStream& operator<<(const wchar_t* text);
     ORV_COStream& operator<<(const std::wstring& text);
-    // Narrow text is the system's (UTF-8 off Windows); a byte that is none stands for the character of its number.
+    // Narrow text is the system's (UTF-8 off Windows); a byte that is none stands for the character of its
+    // number.
     ORV_COStream& operator<<(const char* text);
     ORV_COStream& operator<<(const std::string& text);
     ORV_COStream& operator<<(int number);

@@ -120,8 +120,8 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, const AcDbHandle& handle,
-                                                Adesk::UInt32) {
+Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound,
+                                                const AcDbHandle& handle, Adesk::UInt32) {
     id.setNull();
     if (handle.isNull())
         return Acad::eNullHandle;
@@ -155,10 +155,12 @@ bool AcDbDatabase::undoRecording() const { return m_core->undo().recording(); }
 void AcDbDatabase::startUndoRecord() { m_core->undo().beginStep(); }
 bool AcDbDatabase::isModified() const { return m_core->modified; }
 
-Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
     return openStub(id, mode, openErased, object);
 }
 
-Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
     return acdbOpenObject(entity, id, mode, openErased);
 }

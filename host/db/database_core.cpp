@@ -19,7 +19,8 @@ DatabaseTag* newTag(DatabaseCore* core) {
 } // namespace
 
 DatabaseCore::DatabaseCore(AcDbDatabase& owner)
-    : m_owner(owner), m_tag(newTag(this)), m_stubs(m_tag), m_transactions(std::make_unique<TransactionManager>(*this)) {}
+    : m_owner(owner), m_tag(newTag(this)), m_stubs(m_tag),
+      m_transactions(std::make_unique<TransactionManager>(*this)) {}
 
 DatabaseCore::~DatabaseCore() {
     m_undo.setRecording(false);
@@ -37,7 +38,8 @@ AcDbObjectId DatabaseCore::idOf(std::uint64_t handle) {
 }
 
 AcDbObjectId DatabaseCore::add(AcDbObject* object) {
-    // A handle that a reference of the file names, though nothing stands there, is not given to something new.
+    // A handle that a reference of the file names, though nothing stands there, is not given to something
+    // new.
     while (m_stubs.find(handseed) != nullptr)
         ++handseed;
     return addWithHandle(object, handseed);

@@ -20,12 +20,13 @@ class TransactionManager;
 // The objects that every drawing names in its header.
 struct RootIds {
     AcDbObjectId blockTable, layerTable, textStyleTable, linetypeTable, viewTable, ucsTable, viewportTable,
-        regAppTable, dimStyleTable, viewportEntityTable, namedObjects, groups, mlineStyles, layouts, plotSettings,
-        plotStyles, modelSpace, paperSpace, layerZero, byLayerLinetype, byBlockLinetype, continuousLinetype,
-        textStyleStandard, dimStyleStandard, mlineStyleStandard, currentLayer;
+        regAppTable, dimStyleTable, viewportEntityTable, namedObjects, groups, mlineStyles, layouts,
+        plotSettings, plotStyles, modelSpace, paperSpace, layerZero, byLayerLinetype, byBlockLinetype,
+        continuousLinetype, textStyleStandard, dimStyleStandard, mlineStyleStandard, currentLayer;
 };
 
-// What a file format keeps of a drawing beside its objects (header variables, class rows, sections as they came).
+// What a file format keeps of a drawing beside its objects (header variables, class rows, sections as they
+// came).
 class DrawingFrame {
 public:
     virtual ~DrawingFrame() = default;

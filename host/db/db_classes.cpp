@@ -16,8 +16,10 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDictionaryIterator, AcRxObject)
 ACRX_DXF_DEFINE_MEMBERS(AcDbDictionary, AcDbObject, AcDb::kDHL_1012, 0, 0, DICTIONARY, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbDictionaryWithDefault, AcDbDictionary, AcDb::kDHL_1500, 0, 0, ACDBDICTIONARYWDFLT,
                         ObjectDBX Classes)
-ACRX_DXF_DEFINE_MEMBERS(AcDbProxyObject, AcDbObject, AcDb::kDHL_1012, 0, 0, ACAD_PROXY_OBJECT, ObjectDBX Classes)
-ACRX_DXF_DEFINE_MEMBERS(AcDbProxyEntity, AcDbEntity, AcDb::kDHL_1012, 0, 0, ACAD_PROXY_ENTITY, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbProxyObject, AcDbObject, AcDb::kDHL_1012, 0, 0, ACAD_PROXY_OBJECT,
+                        ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbProxyEntity, AcDbEntity, AcDb::kDHL_1012, 0, 0, ACAD_PROXY_ENTITY,
+                        ObjectDBX Classes)
 
 namespace embedded {
 

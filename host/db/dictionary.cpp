@@ -17,9 +17,12 @@ enum EntryChange : Adesk::UInt8 {
     kWasPresent = 1 // the entry is to stand again as filed
 };
 
-bool hidden(const AcDbStub* stub) { return stub != nullptr && stub->has(kErased) && !stub->has(kPermanentlyErased); }
+bool hidden(const AcDbStub* stub) {
+    return stub != nullptr && stub->has(kErased) && !stub->has(kPermanentlyErased);
+}
 
-void recordChange(AcDbDictionary& dictionary, const NameTable& names, std::size_t slot, std::string_view name) {
+void recordChange(AcDbDictionary& dictionary, const NameTable& names, std::size_t slot,
+                  std::string_view name) {
     AcDbDwgFiler* filer = dictionary.undoFiler();
     if (filer == nullptr)
         return;
@@ -243,7 +246,8 @@ Acad::ErrorStatus AcDbDictionary::dwgOutFields(AcDbDwgFiler* filer) const {
     const bool toFile = filer->filerType() == AcDb::kFileFiler;
     const bool forUndo = filer->filerType() == AcDb::kUndoFiler;
     const auto filed = [&](const NameTable::Entry& entry) {
-        return entry.live && !(toFile && entry.stub != nullptr && entry.stub->has(kErased | kPermanentlyErased));
+        return entry.live &&
+               !(toFile && entry.stub != nullptr && entry.stub->has(kErased | kPermanentlyErased));
     };
     Adesk::UInt32 count = 0;
     for (std::size_t i = 0; i < m_names->slots(); ++i)

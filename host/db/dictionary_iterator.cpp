@@ -10,7 +10,8 @@ DictionaryIterator::DictionaryIterator(const NameTable& names) : m_names(names),
 void DictionaryIterator::settle(std::size_t slot) {
     for (; slot < m_names.slots(); ++slot) {
         const NameTable::Entry& entry = m_names.at(slot);
-        const bool erased = entry.stub != nullptr && entry.stub->has(kErased) && !entry.stub->has(kPermanentlyErased);
+        const bool erased =
+            entry.stub != nullptr && entry.stub->has(kErased) && !entry.stub->has(kPermanentlyErased);
         if (entry.live && !erased) {
             m_slot = slot;
             m_order = entry.order;
@@ -35,7 +36,8 @@ bool DictionaryIterator::next() {
 
 const ACHAR* DictionaryIterator::name() const {
     std::size_t slot = NameTable::kNone;
-    if (!m_done && m_layout == m_names.layout() && m_names.at(m_slot).live && m_names.at(m_slot).stub == m_stub)
+    if (!m_done && m_layout == m_names.layout() && m_names.at(m_slot).live &&
+        m_names.at(m_slot).stub == m_stub)
         slot = m_slot;
     else if (!m_done)
         slot = m_names.find(m_stub);

@@ -42,10 +42,10 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId linetype, Adesk::Boolean)
         return Acad::eInvalidInput;
     assertWriteEnabled();
     const RootIds& roots = coreOf(linetype)->roots;
-    mLinetypeBits = linetype == roots.byLayerLinetype       ? 0
-                    : linetype == roots.byBlockLinetype     ? 1
+    mLinetypeBits = linetype == roots.byLayerLinetype      ? 0
+                    : linetype == roots.byBlockLinetype    ? 1
                     : linetype == roots.continuousLinetype ? 2
-                                                            : 3;
+                                                           : 3;
     mLinetype = mLinetypeBits == 3 ? linetype : AcDbObjectId();
     return Acad::eOk;
 }

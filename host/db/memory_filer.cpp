@@ -14,7 +14,8 @@
 
 namespace embedded {
 
-MemoryFiler::MemoryFiler(AcDb::FilerType type, std::vector<std::uint8_t>& bytes) : m_type(type), m_out(&bytes) {}
+MemoryFiler::MemoryFiler(AcDb::FilerType type, std::vector<std::uint8_t>& bytes)
+    : m_type(type), m_out(&bytes) {}
 
 MemoryFiler::MemoryFiler(AcDb::FilerType type, const std::uint8_t* bytes, std::size_t length)
     : m_type(type), m_in(bytes), m_length(length) {}
@@ -223,7 +224,7 @@ Acad::ErrorStatus MemoryFiler::seek(Adesk::Int64 offset, int method) {
     if (m_in == nullptr)
         return Acad::eNotApplicable;
     const auto length = static_cast<Adesk::Int64>(m_length);
-    const Adesk::Int64 base = method == AcDb::kSeekFromStart  ? 0
+    const Adesk::Int64 base = method == AcDb::kSeekFromStart ? 0
                               : method == AcDb::kSeekFromEnd ? length
                                                              : static_cast<Adesk::Int64>(m_position);
     if (offset < -base || offset > length - base)

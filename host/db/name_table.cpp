@@ -79,7 +79,8 @@ bool sameName(std::string_view a, std::string_view b) {
 }
 
 std::wstring wideName(std::string_view utf8) {
-    bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    bool plain =
+        std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
     if (plain)
         return std::wstring(utf8.begin(), utf8.end());
     return platform::fromUtf8(utf8);
@@ -246,8 +247,9 @@ void NameTable::remove(std::size_t slot) {
 }
 
 void NameTable::cleanUp() {
-    m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(), [](const Entry& e) { return !e.live; }),
-                    m_entries.end());
+    m_entries.erase(
+        std::remove_if(m_entries.begin(), m_entries.end(), [](const Entry& e) { return !e.live; }),
+        m_entries.end());
     ++m_layout;
     m_byId.clear();
     rebuild(m_entries.size() + 1);

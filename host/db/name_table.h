@@ -9,8 +9,8 @@
 
 namespace embedded {
 
-// A name as the tables keep it: UTF-8, so that the short names of records need no heap. Built on the stack for a look
-// up; compares without regard to case.
+// A name as the tables keep it: UTF-8, so that the short names of records need no heap. Built on the stack
+// for a look up; compares without regard to case.
 class NameKey {
 public:
     explicit NameKey(const wchar_t* name);
@@ -29,8 +29,8 @@ std::uint32_t hashName(std::string_view utf8);
 bool sameName(std::string_view a, std::string_view b);
 std::wstring wideName(std::string_view utf8);
 
-// Objects by name and names by object, in the order in which they were put in. Small tables are searched; larger ones
-// get indexes, the one by object when it is first asked for.
+// Objects by name and names by object, in the order in which they were put in. Small tables are searched;
+// larger ones get indexes, the one by object when it is first asked for.
 class NameTable {
 public:
     struct Entry {

@@ -26,8 +26,8 @@ struct ObjectExtras {
     bool hasGraphics = false;
 };
 
-// The bytes of an object that the host does not understand: what lies between the common data and the end of the data
-// bits, and the handles behind the common ones, both as bits, first bit highest.
+// The bytes of an object that the host does not understand: what lies between the common data and the end of
+// the data bits, and the handles behind the common ones, both as bits, first bit highest.
 class ObjectBody {
 public:
     std::uint16_t fileType = 0; // of the object in its file: a fixed type or a class row's number
@@ -43,7 +43,8 @@ public:
 };
 
 enum ObjectBits : std::uint32_t {
-    // The owner, a dictionary, is to hear of changes: filed as the first reactor. Kept as a bit, since nearly every
+    // The owner, a dictionary, is to hear of changes: filed as the first reactor. Kept as a bit, since nearly
+    // every
     // record has it and nothing else.
     kOwnerIsReactor = 1,
     kUndoDisabled = 2
@@ -82,9 +83,9 @@ struct ObjectAccess {
         std::uint8_t plotStyleBits = 0;
     };
     static EntitySettings settings(const AcDbEntity& entity) {
-        return {entity.mLayer,  entity.mLinetype,  entity.mPlotStyle,      entity.mLinetypeScale,
-                entity.mColour, entity.mInvisible, entity.mLineWeightCode, entity.mLinetypeBits,
-                entity.mPlotStyleBits};
+        return {entity.mLayer,          entity.mLinetype,     entity.mPlotStyle,
+                entity.mLinetypeScale,  entity.mColour,       entity.mInvisible,
+                entity.mLineWeightCode, entity.mLinetypeBits, entity.mPlotStyleBits};
     }
     static void setSettings(AcDbEntity& entity, const EntitySettings& s) {
         entity.mLayer = s.layer;

@@ -4,8 +4,8 @@
 
 namespace embedded {
 
-// An object of a kind that is the host's own but that this host has no code for. Its class is known by name; what it
-// holds stays bytes.
+// An object of a kind that is the host's own but that this host has no code for. Its class is known by name;
+// what it holds stays bytes.
 class OpaqueObject : public AcDbObject {
 public:
     explicit OpaqueObject(AcRxClass* kind) : m_kind(kind) {}

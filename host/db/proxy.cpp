@@ -24,7 +24,9 @@ Acad::ErrorStatus mayErase(int flags, Adesk::Boolean erasing) {
 } // namespace
 
 int AcDbProxyObject::proxyFlags() const { return bodyOrEmpty(m_body.get()).proxyFlags; }
-const ACHAR* AcDbProxyObject::originalClassName() const { return bodyOrEmpty(m_body.get()).className.c_str(); }
+const ACHAR* AcDbProxyObject::originalClassName() const {
+    return bodyOrEmpty(m_body.get()).className.c_str();
+}
 const ACHAR* AcDbProxyObject::originalDxfName() const { return bodyOrEmpty(m_body.get()).dxfName.c_str(); }
 const ACHAR* AcDbProxyObject::applicationDescription() const {
     return bodyOrEmpty(m_body.get()).application.c_str();
@@ -32,7 +34,9 @@ const ACHAR* AcDbProxyObject::applicationDescription() const {
 
 // What the class filed stays in the body, which nothing changes: only the common part can differ.
 Acad::ErrorStatus AcDbProxyObject::dwgInFields(AcDbDwgFiler* filer) { return AcDbObject::dwgInFields(filer); }
-Acad::ErrorStatus AcDbProxyObject::dwgOutFields(AcDbDwgFiler* filer) const { return AcDbObject::dwgOutFields(filer); }
+Acad::ErrorStatus AcDbProxyObject::dwgOutFields(AcDbDwgFiler* filer) const {
+    return AcDbObject::dwgOutFields(filer);
+}
 
 Acad::ErrorStatus AcDbProxyObject::subErase(Adesk::Boolean erasing) {
     Acad::ErrorStatus es = mayErase(proxyFlags(), erasing);
@@ -40,14 +44,18 @@ Acad::ErrorStatus AcDbProxyObject::subErase(Adesk::Boolean erasing) {
 }
 
 int AcDbProxyEntity::proxyFlags() const { return bodyOrEmpty(m_body.get()).proxyFlags; }
-const ACHAR* AcDbProxyEntity::originalClassName() const { return bodyOrEmpty(m_body.get()).className.c_str(); }
+const ACHAR* AcDbProxyEntity::originalClassName() const {
+    return bodyOrEmpty(m_body.get()).className.c_str();
+}
 const ACHAR* AcDbProxyEntity::originalDxfName() const { return bodyOrEmpty(m_body.get()).dxfName.c_str(); }
 const ACHAR* AcDbProxyEntity::applicationDescription() const {
     return bodyOrEmpty(m_body.get()).application.c_str();
 }
 
 Acad::ErrorStatus AcDbProxyEntity::dwgInFields(AcDbDwgFiler* filer) { return AcDbEntity::dwgInFields(filer); }
-Acad::ErrorStatus AcDbProxyEntity::dwgOutFields(AcDbDwgFiler* filer) const { return AcDbEntity::dwgOutFields(filer); }
+Acad::ErrorStatus AcDbProxyEntity::dwgOutFields(AcDbDwgFiler* filer) const {
+    return AcDbEntity::dwgOutFields(filer);
+}
 
 Acad::ErrorStatus AcDbProxyEntity::subErase(Adesk::Boolean erasing) {
     Acad::ErrorStatus es = mayErase(proxyFlags(), erasing);

@@ -11,10 +11,11 @@ namespace embedded {
 
 class DatabaseCore;
 
-// Tells for the whole life of the process whether a database is still there. Stubs point here, not at the database.
+// Tells for the whole life of the process whether a database is still there. Stubs point here, not at the
+// database.
 struct DatabaseTag {
-    std::uint64_t serial;   // in the order of making, from 1
-    DatabaseCore* core;     // null once the database has gone
+    std::uint64_t serial; // in the order of making, from 1
+    DatabaseCore* core;   // null once the database has gone
 };
 
 enum StubBits : std::uint32_t {
@@ -23,11 +24,11 @@ enum StubBits : std::uint32_t {
     kOpenForNotify = 1u << 10,
     kErased = 1u << 11,
     kPermanentlyErased = 1u << 12,
-    kDirty = 1u << 13,            // differs from its bytes in the drawing that was read: is filed anew on save
-    kInTransaction = 1u << 14,    // one of the opens is a transaction's
-    kStandIn = 1u << 15,          // the live object is a proxy that a registered class could replace
-    kLoadFailed = 1u << 16,       // the reader refused the bytes; they stay, and the status is in the core's table
-    kUsed = 1u << 17,             // names an object; a slot without it is free
+    kDirty = 1u << 13,         // differs from its bytes in the drawing that was read: is filed anew on save
+    kInTransaction = 1u << 14, // one of the opens is a transaction's
+    kStandIn = 1u << 15,       // the live object is a proxy that a registered class could replace
+    kLoadFailed = 1u << 16, // the reader refused the bytes; they stay, and the status is in the core's table
+    kUsed = 1u << 17,       // names an object; a slot without it is free
     kNewSinceOpen = 1u << 18,     // added to the database during the present open
     kWrittenSinceOpen = 1u << 19, // assertWriteEnabled passed during the present open
     kUndoing = 1u << 20,          // an undo or redo is putting a state back

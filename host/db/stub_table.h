@@ -7,8 +7,8 @@
 
 namespace embedded {
 
-// The stubs of one database by handle. Pages are handed to the process for good: they are never freed, so that ids
-// outlive their database.
+// The stubs of one database by handle. Pages are handed to the process for good: they are never freed, so
+// that ids outlive their database.
 class StubTable {
 public:
     explicit StubTable(DatabaseTag* tag) : m_tag(tag) {}
@@ -21,8 +21,10 @@ public:
     std::size_t size() const { return m_size; }
     std::uint64_t highestHandle() const { return m_highest; }
 
-    // Calls `visit(AcDbStub&)` for each stub by ascending handle. Stubs made meanwhile may or may not be visited.
-    template <class Visit> void forEach(Visit visit) const {
+    // Calls `visit(AcDbStub&)` for each stub by ascending handle. Stubs made meanwhile may or may not be
+    // visited.
+    template <class Visit>
+    void forEach(Visit visit) const {
         for (std::size_t i = 0; i < m_low.size(); ++i)
             visitPage(m_low[i], visit);
         for (auto it = m_high.begin(); it != m_high.end(); ++it)
@@ -39,7 +41,8 @@ private:
         AcDbStub stubs[kPageSize];
     };
 
-    template <class Visit> static void visitPage(Page* page, Visit& visit) {
+    template <class Visit>
+    static void visitPage(Page* page, Visit& visit) {
         if (page == nullptr)
             return;
         for (AcDbStub& stub : page->stubs)
@@ -53,7 +56,8 @@ private:
     DatabaseTag* m_tag;
     std::vector<Page*> m_low;
     std::map<std::uint64_t, Page*> m_high;
-    // Pages come from slabs that double in size, so that a walk by handle runs through memory in one direction.
+    // Pages come from slabs that double in size, so that a walk by handle runs through memory in one
+    // direction.
     Page* m_slab = nullptr;
     std::size_t m_slabLeft = 0;
     std::size_t m_slabSize = 1;

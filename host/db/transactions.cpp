@@ -5,7 +5,8 @@
 
 namespace embedded {
 
-Acad::ErrorStatus Transaction::getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+Acad::ErrorStatus Transaction::getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                         bool openErased) {
     return m_manager.getObject(object, id, mode, openErased);
 }
 

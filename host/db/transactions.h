@@ -14,8 +14,10 @@ class TransactionManager;
 
 class Transaction : public AcTransaction {
 public:
-    Transaction(TransactionManager& manager, std::size_t undoMark) : m_manager(manager), m_undoMark(undoMark) {}
-    Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) override;
+    Transaction(TransactionManager& manager, std::size_t undoMark)
+        : m_manager(manager), m_undoMark(undoMark) {}
+    Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                bool openErased) override;
     std::size_t undoMark() const { return m_undoMark; }
 
 private:
@@ -32,7 +34,8 @@ public:
     Acad::ErrorStatus abortTransaction() override;
     int numActiveTransactions() override { return static_cast<int>(m_open.size()); }
     AcTransaction* topTransaction() override { return m_open.empty() ? nullptr : m_open.back().get(); }
-    Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) override;
+    Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                bool openErased) override;
     Acad::ErrorStatus addNewlyCreatedDBRObject(AcDbObject* object, bool add) override;
 
 private:

@@ -16,9 +16,9 @@ class MemoryFiler;
 
 // The history of one database: what each change replaced, in steps that are undone and redone whole.
 //
-// Three kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's whole state
-// before its first write in a scope, and a partial record that its class writes and applies itself. Applying a record
-// writes the inverse one to the other side, so undo and redo are the same walk.
+// Three kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's
+// whole state before its first write in a scope, and a partial record that its class writes and applies
+// itself. Applying a record writes the inverse one to the other side, so undo and redo are the same walk.
 class UndoLog {
 public:
     UndoLog();
@@ -32,7 +32,8 @@ public:
     void beginStep();
     // As beginStep, without ending the step: a transaction starts, which may be taken back alone.
     std::size_t beginScope();
-    // A number that changes with every scope; an object whose state was recorded in it needs no second record.
+    // A number that changes with every scope; an object whose state was recorded in it needs no second
+    // record.
     std::uint32_t scope() const { return m_scope; }
 
     void recordErasedBit(AcDbStub& stub, bool erasedBefore);

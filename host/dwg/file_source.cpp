@@ -146,8 +146,8 @@ Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const ObjectKind& kind, c
     AcDbObject* fresh = AcDbObject::cast(made.get());
     if (fresh == nullptr || (AcDbEntity::cast(fresh) != nullptr) != kind.isEntity)
         return Acad::eMakeMeProxy;
-    made.release();
     object.reset(fresh);
+    static_cast<void>(made.release()); // the same object
     ObjectAccess::setId(*fresh, AcDbObjectId(&stub));
     stub.object = fresh;
     applyEnvelope(stub, parts.envelope, *fresh);

@@ -12,7 +12,6 @@
 namespace embedded::dwg {
 namespace {
 
-
 // The application under which a class is filed, which its module may choose by release.
 std::wstring applicationOf(const AcRxClass& filed) {
     std::wstring name = filed.appName() != nullptr ? filed.appName() : L"";

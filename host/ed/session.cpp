@@ -112,7 +112,9 @@ void closeAllDocuments() {
 
 const std::vector<AcDbDatabase*>& documents() { return openDocuments(); }
 
-void activateDocument(AcDbDatabase& database) { acdbHostApplicationServices()->setWorkingDatabase(&database); }
+void activateDocument(AcDbDatabase& database) {
+    acdbHostApplicationServices()->setWorkingDatabase(&database);
+}
 
 void beginCommand(AcDbDatabase& database) { database.startUndoRecord(); }
 bool undo(AcDbDatabase& database) { return database.core().undo().undo(); }

@@ -6,8 +6,10 @@ namespace orv::detail {
 
 namespace {
 
-// Printing happens inside a handler at the host's edge: a console that fails must not send out another exception.
-template <class Print> void printSafely(Print print) {
+// Printing happens inside a handler at the host's edge: a console that fails must not send out another
+// exception.
+template <class Print>
+void printSafely(Print print) {
     try {
         print();
     } catch (...) {
@@ -21,7 +23,8 @@ void printCaught(const char* what, const wchar_t* path, int line) {
 }
 
 void printCaught(const wchar_t* what, const wchar_t* path, int line) {
-    printSafely([&] { orvBeep << L"Caught Exception (tchar): " << what << L" " << path << L"@" << line << endl; });
+    printSafely(
+        [&] { orvBeep << L"Caught Exception (tchar): " << what << L" " << path << L"@" << line << endl; });
 }
 
 void printUnhandled(const wchar_t* path, int line) {

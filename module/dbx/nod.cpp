@@ -24,16 +24,23 @@ constexpr int kTextVersion = 2;
 // Above this, a size is only believed if the text is as long.
 constexpr int kTrustedTextSize = 1 << 20;
 
-AcDbObjectId generalDictionary(const std::wstring& dbName, bool create) {
-    if (dbName.empty())
+// The two checks that every call begins with: true if it is to go on.
+bool checkNames(const std::wstring& dbName, const std::wstring& name) {
+    ORV_ASSERT(!dbName.empty());
+    return !name.empty();
+}
+
+// Null if there is none, or for an empty name of either kind.
+AcDbObjectId generalDictionary(const std::wstring& dbName, const std::wstring& name, bool create) {
+    if (!checkNames(dbName, name) || dbName.empty())
         return AcDbObjectId();
     AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
     ORV_CDBTransactionManager manager(db, false);
     AcDbObjectId id = create ? dictionary::getOrCreateKelmoran(db) : dictionary::getKelmoran(db);
-    for (const wchar_t* const name : {dbName.c_str(), L"GENERAL"}) {
+    for (const wchar_t* const level : {dbName.c_str(), L"GENERAL"}) {
         if (id.isNull())
             break;
-        id = get_subDict_id(id, name, create, db);
+        id = get_subDict_id(id, level, create, db);
     }
     return id;
 }
@@ -77,6 +84,8 @@ bool overwriteRecord(ORV_CDBTransactionManager& manager, AcDbObjectId id, const 
 bool addRecord(AcDbDictionary& general, const std::wstring& name, const void* data, Adesk::Int32 len) {
     auto* const pRec = new ORV_CObjCdbRecord(data, len);
     ORV_ASSERT(pRec);
+    if (pRec == nullptr)
+        return false;
     AcDbObjectId id;
     const Acad::ErrorStatus es = general.setAt(name.c_str(), pRec, id);
     ORV_NOTE_STATUS(es);
@@ -111,43 +120,37 @@ bool holdsBytes(AcDbObjectId generalId, const std::wstring& name, std::size_t le
 }
 
 // Reads into units that are there already. The report speaks of filed widths.
-bool readUnits(AcDbObjectId generalId, const std::wstring& dbName, const std::wstring& name, int version,
-               int size, std::u16string& value) {
+bool readUnits(const std::wstring& dbName, const std::wstring& name, int version, int size,
+               std::u16string& value) {
     const std::size_t bytes =
         static_cast<std::size_t>(size) * (version < kTextVersion ? 1 : sizeof(value[0]));
     const bool succ = value.size() == static_cast<std::size_t>(size) &&
-                      readBytes(generalId, name + L".data", value.data(), bytes);
+                      nod_readGeneralData(dbName, name + L".data", value.data(), bytes);
     // clang-format off
     ORV_ASSERT(succ)(dbName)(name)("data")(size*sizeof(value[0]))(size)(sizeof(value[0]));
     // clang-format on
     return succ;
 }
 
-// The two checks that every call begins with: true if it is to go on.
-bool checkNames(const std::wstring& dbName, const std::wstring& name) {
-    ORV_ASSERT(!dbName.empty());
-    return !name.empty();
-}
-
 } // namespace
 
 bool nod_writeGeneralData(const std::wstring& dbName, const std::wstring& name, const void* data,
                           std::size_t len) {
-    return checkNames(dbName, name) && writeBytes(generalDictionary(dbName, true), name, data, len);
+    return writeBytes(generalDictionary(dbName, name, true), name, data, len);
 }
 
 bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name, void* data, std::size_t len) {
-    return checkNames(dbName, name) && readBytes(generalDictionary(dbName, false), name, data, len);
+    return readBytes(generalDictionary(dbName, name, false), name, data, len);
 }
 
 bool nod_writeGeneralData(const std::wstring& dbName, const std::wstring& name, bool value) {
     const unsigned char byte = value ? 1 : 0;
-    return nod_writeGeneralData(dbName, name, &byte, 1);
+    return checkNames(dbName, name) && nod_writeGeneralData(dbName, name, &byte, 1);
 }
 
 bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name, bool& value) {
     unsigned char byte = 0;
-    if (!nod_readGeneralData(dbName, name, &byte, 1))
+    if (!checkNames(dbName, name) || !nod_readGeneralData(dbName, name, &byte, 1))
         return false;
     value = byte != 0;
     return true;
@@ -156,33 +159,32 @@ bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name, b
 bool nod_writeGeneralData(const std::wstring& dbName, const std::wstring& name, const std::wstring& value) {
     if (!checkNames(dbName, name))
         return false;
-    const AcDbObjectId general = generalDictionary(dbName, true);
     const std::u16string units = platform::toUtf16(value);
     const int version = kTextVersion;
     const int size = static_cast<int>(units.size());
-    writeBytes(general, name + L".version", &version, sizeof version);
-    writeBytes(general, name + L".size", &size, sizeof size);
-    writeBytes(general, name + L".data", units.data(), units.size() * sizeof units[0]);
+    nod_writeGeneralData(dbName, name + L".version", &version, sizeof version);
+    nod_writeGeneralData(dbName, name + L".size", &size, sizeof size);
+    nod_writeGeneralData(dbName, name + L".data", units.data(), units.size() * sizeof units[0]);
     return true;
 }
 
 bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name, std::wstring& value) {
     if (!checkNames(dbName, name))
         return false;
-    const AcDbObjectId general = generalDictionary(dbName, false);
     int version = 1;
-    readBytes(general, name + L".version", &version, sizeof version);
+    nod_readGeneralData(dbName, name + L".version", &version, sizeof version);
     int size = 0;
-    if (!readBytes(general, name + L".size", &size, sizeof size))
+    if (!nod_readGeneralData(dbName, name + L".size", &size, sizeof size))
         return false;
     size = std::max(size, 0);
     // A damaged size must not take the memory of a text that is not there.
-    if (size <= kTrustedTextSize || holdsBytes(general, name + L".data", static_cast<std::size_t>(size)))
+    if (size <= kTrustedTextSize ||
+        holdsBytes(generalDictionary(dbName, name, false), name + L".data", static_cast<std::size_t>(size)))
         value.resize(static_cast<std::size_t>(size));
     if (size < 1)
         return true;
     std::u16string units(value.begin(), value.end());
-    if (!readUnits(general, dbName, name, version, size, units))
+    if (!readUnits(dbName, name, version, size, units))
         return false;
     value = platform::fromUtf16(units);
     return true;

@@ -63,6 +63,17 @@ TEST_F(Files, AFolderIsNoFile) {
     EXPECT_FALSE(platform::fileExists(m_folder + L".new"));
 }
 
+#ifndef _WIN32
+TEST_F(Files, ADeviceIsNotReplacedByAFile) {
+    EXPECT_TRUE(platform::fileExists(L"/dev/null"));
+    EXPECT_FALSE(platform::isOrdinaryFile(L"/dev/null"));
+    const platform::FileResult result = platform::replaceFile(L"/dev/null", m_new.data(), m_new.size());
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.message.find(L"/dev/null"), std::wstring::npos);
+    EXPECT_FALSE(platform::isOrdinaryFile(L"/dev/null"));
+}
+#endif
+
 TEST_F(Files, AFailureAtAnyCallLeavesTheOldFile) {
     for (int call = 1;; ++call) {
         put(in(L"a"), m_old);

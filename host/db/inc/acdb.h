@@ -66,7 +66,8 @@ enum LineWeight {
     kLnWtByLwDefault = -3
 };
 
-// The drawing file's versions, as far as they are named here. The number is the one that class registration takes.
+// The drawing file's versions, as far as they are named here. The number is the one that class registration
+// takes.
 enum AcDbDwgVersion {
     kDHL_1012 = 19,
     kDHL_1013 = 20,

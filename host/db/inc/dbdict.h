@@ -9,8 +9,8 @@ class NameTable;
 }
 class AcDbDictionary;
 
-// Walks the entries of a dictionary whose objects are not erased, in the order in which they were put in. Stays
-// usable while entries are removed or added. The caller deletes it; the dictionary must outlive it.
+// Walks the entries of a dictionary whose objects are not erased, in the order in which they were put in.
+// Stays usable while entries are removed or added. The caller deletes it; the dictionary must outlive it.
 class AcDbDictionaryIterator : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionaryIterator);
@@ -26,19 +26,20 @@ public:
     virtual bool setPosition(AcDbObjectId objectId) = 0;
 };
 
-// Objects by name; it owns them. Names keep their letters and are compared without regard to case. An entry whose
-// object is erased is hidden until the object comes back, or until another one takes the name.
+// Objects by name; it owns them. Names keep their letters and are compared without regard to case. An entry
+// whose object is erased is hidden until the object comes back, or until another one takes the name.
 class AcDbDictionary : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary);
     AcDbDictionary();
     ~AcDbDictionary() override;
 
-    // Needs read. eOk; eKeyNotFound, with a null id, if there is no such entry or its object is erased. An object
-    // that is gone for good is still found here, and refused when it is opened.
+    // Needs read. eOk; eKeyNotFound, with a null id, if there is no such entry or its object is erased. An
+    // object that is gone for good is still found here, and refused when it is opened.
     virtual Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const;
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObject*& object, AcDb::OpenMode mode) const;
-    template <class T> Acad::ErrorStatus getAt(const ACHAR* name, T*& object, AcDb::OpenMode mode) const {
+    template <class T>
+    Acad::ErrorStatus getAt(const ACHAR* name, T*& object, AcDb::OpenMode mode) const {
         object = nullptr;
         AcDbObjectId id;
         Acad::ErrorStatus es = getAt(name, id);
@@ -52,9 +53,10 @@ public:
     bool has(AcDbObjectId id) const;
     Adesk::UInt32 numEntries() const;
 
-    // Needs write. Puts an object under a name, adds it to the database if it is in none, and becomes its owner. It
-    // stays open as it was, for write when it was fresh. What had the name before is erased. eOk; eInvalidKey for an
-    // empty name; eInvalidInput for a null object; eWrongDatabase; eNoDatabase if the dictionary is in none.
+    // Needs write. Puts an object under a name, adds it to the database if it is in none, and becomes its
+    // owner. It stays open as it was, for write when it was fresh. What had the name before is erased. eOk;
+    // eInvalidKey for an empty name; eInvalidInput for a null object; eWrongDatabase; eNoDatabase if the
+    // dictionary is in none.
     virtual Acad::ErrorStatus setAt(const ACHAR* name, AcDbObject* object, AcDbObjectId& id);
 
     // Needs write. Takes an entry out; its object is not erased. eOk; eKeyNotFound.
@@ -67,8 +69,8 @@ public:
 
     AcDbDictionaryIterator* newIterator() const;
 
-    // Whether the entries are hard owned, that is kept and copied with the dictionary. False at the start; the
-    // dictionary erases its entries with itself in both cases.
+    // Whether the entries are hard owned, that is kept and copied with the dictionary. False at the start;
+    // the dictionary erases its entries with itself in both cases.
     bool isTreatElementsAsHard() const;
     void setTreatElementsAsHard(bool hard);
     AcDb::DuplicateRecordCloning mergeStyle() const;

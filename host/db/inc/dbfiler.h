@@ -14,9 +14,10 @@ class AcGeVector2d;
 class AcGeVector3d;
 class AcString;
 
-// The binary stream that objects file themselves to and from. Values come back in the order in which they were
-// written. Every operation answers the status of the stream after it: eOk, or the failure that stands; a failed read
-// gives zero or empty. Text that is read into an `ACHAR*` is the caller's, to be given back with acutDelBuffer.
+// The binary stream that objects file themselves to and from. Values come back in the order in which they
+// were written. Every operation answers the status of the stream after it: eOk, or the failure that stands; a
+// failed read gives zero or empty. Text that is read into an `ACHAR*` is the caller's, to be given back with
+// acutDelBuffer.
 class AcDbDwgFiler : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDwgFiler);

@@ -2,7 +2,8 @@
 
 #include "adesk.h"
 
-// The persistent name of an object in its drawing: a number that is given once and never used again. 0 is null.
+// The persistent name of an object in its drawing: a number that is given once and never used again. 0 is
+// null.
 class AcDbHandle {
 public:
     AcDbHandle() = default;
@@ -15,7 +16,8 @@ public:
     bool isOne() const { return m_value == 1; }
     void increment() { ++m_value; }
 
-    // Hexadecimal text without leading zeros. False if `length` wide characters, terminator included, are too few.
+    // Hexadecimal text without leading zeros. False if `length` wide characters, terminator included, are too
+    // few.
     bool getIntoAsciiBuffer(wchar_t* buffer, std::size_t length) const;
     bool getIntoAsciiBuffer(wchar_t (&buffer)[17]) const { return getIntoAsciiBuffer(buffer, 17); }
 

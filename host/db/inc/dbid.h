@@ -7,8 +7,8 @@ class AcDbDatabase;
 class AcDbStub;
 class AcRxClass;
 
-// Names an object of a database for the time that the process lives. An id stays comparable and testable after its
-// database has gone; it is invalid then, and opening it is refused.
+// Names an object of a database for the time that the process lives. An id stays comparable and testable
+// after its database has gone; it is invalid then, and opening it is refused.
 class AcDbObjectId {
 public:
     static const AcDbObjectId kNull;

@@ -29,9 +29,9 @@ struct ObjectAccess;
 struct ObjectExtras;
 } // namespace embedded
 
-// What a database keeps. An object lives on the heap, belongs to its database once it has an id, and is used between
-// an open and a close. What an operation needs to be open for is said as "needs read" or "needs write"; using it
-// otherwise is a programming error and ends in acrx_abort.
+// What a database keeps. An object lives on the heap, belongs to its database once it has an id, and is used
+// between an open and a close. What an operation needs to be open for is said as "needs read" or "needs
+// write"; using it otherwise is a programming error and ends in acrx_abort.
 class AcDbObject : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbObject);
@@ -45,15 +45,15 @@ public:
     void getAcDbHandle(AcDbHandle& handle) const;
     AcDbDatabase* database() const;
 
-    // From read to write. eOk, also when it is open for write already; eHadMultipleReaders if someone else reads it
-    // too; eNotOpenForRead if it is not open for read.
+    // From read to write. eOk, also when it is open for write already; eHadMultipleReaders if someone else
+    // reads it too; eNotOpenForRead if it is not open for read.
     Acad::ErrorStatus upgradeOpen();
     // From write back to read. eNotOpenForWrite if it was not open for write.
     Acad::ErrorStatus downgradeOpen();
     Acad::ErrorStatus upgradeFromNotify(bool& wasWritable);
     Acad::ErrorStatus downgradeToNotify(bool wasWritable);
-    // Gives back one open. An object without a database is left alone (eNoDatabase); one that is not open answers
-    // eNotOpenForRead. An object that a transaction holds stays open until the transaction ends.
+    // Gives back one open. An object without a database is left alone (eNoDatabase); one that is not open
+    // answers eNotOpenForRead. An object that a transaction holds stays open until the transaction ends.
     Acad::ErrorStatus close();
 
     // Needs write. eOk; eWasErased or eWasNotErased if it is so already; what subErase answers otherwise.
@@ -74,15 +74,16 @@ public:
     Adesk::Boolean isAProxy() const;
 
     // End the process through acrx_abort unless the object is open as said. An object in no database passes.
-    // assertWriteEnabled also takes the state down for undo before the first change, unless `autoUndo` is false.
+    // assertWriteEnabled also takes the state down for undo before the first change, unless `autoUndo` is
+    // false.
     void assertReadEnabled() const;
     void assertWriteEnabled(Adesk::Boolean autoUndo = true, Adesk::Boolean recordModified = true);
     void assertNotifyEnabled() const;
 
     // While true, writes to this object are not recorded. Needs write.
     void disableUndoRecording(Adesk::Boolean disable);
-    // The stream for a change that the class undoes itself in applyPartialUndo, beginning with the class; null if
-    // nothing is recorded now. Needs write. Belongs to the host; every call begins a record.
+    // The stream for a change that the class undoes itself in applyPartialUndo, beginning with the class;
+    // null if nothing is recorded now. Needs write. Belongs to the host; every call begins a record.
     AcDbDwgFiler* undoFiler();
     virtual Acad::ErrorStatus applyPartialUndo(AcDbDwgFiler* undoFiler, AcRxClass* classObj);
 
@@ -90,7 +91,8 @@ public:
     Acad::ErrorStatus createExtensionDictionary();
     // Null if there is none.
     AcDbObjectId extensionDictionary() const;
-    // Needs write. Gives an empty extension dictionary up: eOk; eKeyNotFound if there is none; eContainerNotEmpty.
+    // Needs write. Gives an empty extension dictionary up: eOk; eKeyNotFound if there is none;
+    // eContainerNotEmpty.
     Acad::ErrorStatus releaseExtensionDictionary();
 
     // Needs write. An id that is there already is not added again.
@@ -101,14 +103,15 @@ public:
     // The whole of an object to a stream or from it: calls the fields' operation.
     Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
     Acad::ErrorStatus dwgOut(AcDbDwgFiler* filer) const;
-    // A class calls its base's operation first. The base files owner, reactors, extension dictionary and extended
-    // data to every filer but the file's, whose envelope holds them.
+    // A class calls its base's operation first. The base files owner, reactors, extension dictionary and
+    // extended data to every filer but the file's, whose envelope holds them.
     virtual Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer);
     virtual Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const;
 
 protected:
     AcDbObject();
-    // Called when an open, a close, an erase or an unerase is about to be done. A status other than eOk refuses it.
+    // Called when an open, a close, an erase or an unerase is about to be done. A status other than eOk
+    // refuses it.
     virtual Acad::ErrorStatus subOpen(AcDb::OpenMode mode);
     virtual Acad::ErrorStatus subClose();
     virtual Acad::ErrorStatus subErase(Adesk::Boolean erasing);
@@ -138,7 +141,8 @@ public:
     AcDbObjectId layerId() const { return mLayer; }
     // Needs write. eInvalidInput for the id of something that is no layer of the same database.
     virtual Acad::ErrorStatus setLayer(AcDbObjectId layer, Adesk::Boolean doSubents = true);
-    // The line type as one of the table, also where the file says by layer, by block or continuous in two bits.
+    // The line type as one of the table, also where the file says by layer, by block or continuous in two
+    // bits.
     AcDbObjectId linetypeId() const;
     virtual Acad::ErrorStatus setLinetype(AcDbObjectId linetype, Adesk::Boolean doSubents = true);
     // Colour index of the drawing: 0 by block, 1 to 255, 256 by layer.
@@ -151,7 +155,8 @@ public:
     AcDb::LineWeight lineWeight() const;
     virtual Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, Adesk::Boolean doSubents = true);
 
-    // Takes the current settings of a database: its layer, colour, line type and weight. Null: the working one.
+    // Takes the current settings of a database: its layer, colour, line type and weight. Null: the working
+    // one.
     void setDatabaseDefaults(AcDbDatabase* db = nullptr);
 
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
@@ -179,25 +184,28 @@ class AcDbDatabase : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDatabase);
 
-    // With `buildDefaultDrawing` all that a drawing must have; without it nothing, to be filled by readDwgFile.
+    // With `buildDefaultDrawing` all that a drawing must have; without it nothing, to be filled by
+    // readDwgFile.
     explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
     // Ends all objects. Ids of this database become invalid; who has stores open on it closes them before.
     ~AcDbDatabase() override;
 
-    // Reads a drawing into an empty database. eOk; eFilerError for a file that cannot be read; eDwgNeedsRecovery for
-    // one that is damaged; eOldDwgVersion or eInvalidDwgVersion for a version that is not supported; eWasOpenForWrite
-    // if the database has objects already. The database stays empty after a failure. `embedded::lastFileError`
-    // (embedded/session.h) has the reason as one line.
+    // Reads a drawing into an empty database. eOk; eFilerError for a file that cannot be read;
+    // eDwgNeedsRecovery for one that is damaged; eOldDwgVersion or eInvalidDwgVersion for a version that is
+    // not supported; eWasOpenForWrite if the database has objects already. The database stays empty after a
+    // failure. `embedded::lastFileError` (embedded/session.h) has the reason as one line.
     Acad::ErrorStatus readDwgFile(const ACHAR* fileName, int shareMode = 0, bool allowCPConversion = false,
                                   const ACHAR* password = nullptr);
-    // Writes the drawing beside `fileName` (no backup copy is kept, whatever `bBakAndRename` says) and puts it in its place in one step: afterwards there is either the old
-    // or the new file, whole. eOk; eFilerError when the system refuses; the status of an object whose filer failed.
+    // Writes the drawing beside `fileName` (no backup copy is kept, whatever `bBakAndRename` says) and puts
+    // it in its place in one step: afterwards there is either the old or the new file, whole. eOk;
+    // eFilerError when the system refuses; the status of an object whose filer failed.
     Acad::ErrorStatus saveAs(const ACHAR* fileName, bool bBakAndRename = true,
                              AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT);
     // saveAs under the name that the drawing has. eFileNotFound if it has none.
     Acad::ErrorStatus save();
 
-    // The file of the drawing. eFileNotFound, and null, if it has none; the text lives as long as the database.
+    // The file of the drawing. eFileNotFound, and null, if it has none; the text lives as long as the
+    // database.
     Acad::ErrorStatus getFilename(const ACHAR*& fileName) const;
     // The name under which the drawing was first opened, or null.
     const ACHAR* originalFileName() const;
@@ -274,17 +282,17 @@ private:
 // The databases that are there now, in the order of their making. Belongs to the host.
 const AcDbVoidPtrArray* acdbActiveDatabaseArray();
 
-// Opens an object. eOk; eNullObjectId; eInvalidInput if the database of the id has gone; eWasErased for an erased
-// object unless `openErased`; ePermanentlyErased for one whose history was dropped; eWasOpenForWrite,
-// eWasOpenForRead, eWasOpenForNotify or eAtMaxReaders as the present opens stand in the way; the reader's status for
-// an object of a drawing that could not be read. `object` is null in all cases but eOk.
+// Opens an object. eOk; eNullObjectId; eInvalidInput if the database of the id has gone; eWasErased for an
+// erased object unless `openErased`; ePermanentlyErased for one whose history was dropped; eWasOpenForWrite,
+// eWasOpenForRead, eWasOpenForNotify or eAtMaxReaders as the present opens stand in the way; the reader's
+// status for an object of a drawing that could not be read. `object` is null in all cases but eOk.
 Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                      bool openErased = false);
 Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
                                      bool openErased = false);
 
-inline Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
-                                        bool openErased = false) {
+inline Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id,
+                                        AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
     return acdbOpenAcDbObject(object, id, mode, openErased);
 }
 

@@ -25,8 +25,8 @@ enum AcDbProxyFlags {
     kAllAllowedBits = 0x3FF
 };
 
-// Stands for an object whose class is not there, or whose reader asked for it: bytes and ids are kept as they came
-// and go back the same. When the class is there at a later opening, the object is made live.
+// Stands for an object whose class is not there, or whose reader asked for it: bytes and ids are kept as they
+// came and go back the same. When the class is there at a later opening, the object is made live.
 class AcDbProxyObject : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbProxyObject);

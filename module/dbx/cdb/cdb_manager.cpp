@@ -71,7 +71,9 @@ const CdbManager::Creator* CdbManager::findCreator(CdbType type) const {
 }
 
 const CdbManager::Creator* CdbManager::findCreatorFor(CdbType type, const std::wstring& name) const {
-    const Creator* const createCdbFn = findCreator(type);
+    const Creator* createCdbFn = findCreator(type);
+    if (createCdbFn != nullptr && createCdbFn->empty())
+        createCdbFn = nullptr; // somebody registered no function
     ORV_ASSERT(createCdbFn)
     (type)(name).error("no function available for creating CDB object of requested type.");
     return createCdbFn;

@@ -14,6 +14,7 @@ Lock::~Lock() {
         const cd_error_t err = m_cdb->unlock(key.first, key.second);
         ORV_ASSERT(err == CD_ERR_NONE);
     }
+    m_keys.clear();
 }
 
 void Lock::doLock() {

@@ -19,8 +19,8 @@ TEST(MemoryFiler, ValuesStandInTheirRawWidths) {
     filer.writeUInt8(7);
     filer.writeString(L"a\u00E4");
     filer.writeBytes("xyz", 3);
-    const std::vector<std::uint8_t> expected{4,    3, 2, 1, 0xFE, 0xFF, 1, 7, 2, 0, 0, 0,
-                                             0x61, 0, 0xE4, 0, 'x', 'y', 'z'};
+    const std::vector<std::uint8_t> expected{4, 3, 2,    1, 0xFE, 0xFF, 1,   7,   2,  0,
+                                             0, 0, 0x61, 0, 0xE4, 0,    'x', 'y', 'z'};
     EXPECT_EQ(bytes, expected);
     EXPECT_EQ(filer.filerStatus(), Acad::eOk);
 }
@@ -44,7 +44,8 @@ TEST(MemoryFiler, EveryShorterInputFailsAndGivesZero) {
     char payload[] = "abc";
     out.writeBChunk({3, payload});
     for (std::size_t length = 0; length < bytes.size(); ++length) {
-        const std::vector<std::uint8_t> prefix(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
+        const std::vector<std::uint8_t> prefix(bytes.begin(),
+                                               bytes.begin() + static_cast<std::ptrdiff_t>(length));
         MemoryFiler in(AcDb::kCopyFiler, prefix.data(), prefix.size());
         AcGePoint3d point;
         ACHAR* text = nullptr;

@@ -98,9 +98,8 @@ TEST_F(OpenState, WritingAnObjectThatIsOnlyReadEndsInAbort) {
     const AcDbObjectId id = put(L"A", L"a");
     TestRecord* record = nullptr;
     ASSERT_EQ(acdbOpenObject(record, id), Acad::eOk);
-    auto before = embedded::setAbortHandler([](const std::wstring& text) {
-        throw std::runtime_error(std::string(text.begin(), text.end()));
-    });
+    auto before = embedded::setAbortHandler(
+        [](const std::wstring& text) { throw std::runtime_error(std::string(text.begin(), text.end())); });
     EXPECT_THROW(record->setText(L"b"), std::runtime_error);
     EXPECT_EQ(record->text(), L"a");
     record->close();

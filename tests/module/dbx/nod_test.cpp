@@ -1,7 +1,9 @@
 #include "dbx/nod.h"
 
+#include "dbproxy.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
+#include "embedded/session.h"
 #include "support/report_recorder.h"
 #include "support/store_drawing.h"
 
@@ -81,11 +83,74 @@ TEST_F(GeneralData, AnEmptyNameGivesFalseAndMakesNoDictionary) {
 TEST_F(GeneralData, AnEmptyStoreNameIsReportedAndGivesFalse) {
     ReportRecorder recorder;
     EXPECT_FALSE(nod_writeGeneralData(L"", L"n", "a", 1));
-    EXPECT_FALSE(nod_writeGeneralData(L"", L"n", true));
-    char c = 0;
+    EXPECT_EQ(recorder.conditions(), Texts{"!dbName.empty()"});
+    char c = '-';
     EXPECT_FALSE(nod_readGeneralData(L"", L"n", &c, 1));
-    EXPECT_EQ(recorder.conditions(), Texts(3, "!dbName.empty()"));
+    EXPECT_EQ(c, '-');
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()"));
+    recorder.clear();
+    EXPECT_FALSE(nod_writeGeneralData(L"", L"", "a", 1));
+    EXPECT_FALSE(nod_readGeneralData(L"", L"", &c, 1));
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()")) << "also when the value has no name";
     EXPECT_TRUE(entryOf(db.namedObjectsDictionaryId(), L"KELMORAN").isNull());
+}
+
+TEST_F(GeneralData, AFlagWithAnEmptyStoreNameIsReportedByItsOwnCallAndByTheRawOne) {
+    ReportRecorder recorder;
+    EXPECT_FALSE(nod_writeGeneralData(L"", L"n", true));
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()"));
+    recorder.clear();
+    bool flag = true;
+    EXPECT_FALSE(nod_readGeneralData(L"", L"n", flag));
+    EXPECT_TRUE(flag);
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()"));
+    recorder.clear();
+    EXPECT_FALSE(nod_writeGeneralData(L"", L"", true));
+    EXPECT_FALSE(nod_readGeneralData(L"", L"", flag));
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()")) << "without a name each call ends there";
+    EXPECT_TRUE(entryOf(db.namedObjectsDictionaryId(), L"KELMORAN").isNull());
+}
+
+TEST_F(GeneralData, ATextWithAnEmptyStoreNameIsWrittenTrueAndReadFalse) {
+    ReportRecorder recorder;
+    EXPECT_TRUE(nod_writeGeneralData(L"", L"t", std::wstring(L"x"))) << "whatever the three writes said";
+    EXPECT_EQ(recorder.conditions(), Texts(4, "!dbName.empty()")) << "its own and one per write";
+    EXPECT_TRUE(entryOf(db.namedObjectsDictionaryId(), L"KELMORAN").isNull());
+    recorder.clear();
+    std::wstring back = L"kept";
+    EXPECT_FALSE(nod_readGeneralData(L"", L"t", back));
+    EXPECT_EQ(back, L"kept");
+    EXPECT_EQ(recorder.conditions(), Texts(3, "!dbName.empty()")) << "its own, version and size";
+    recorder.clear();
+    EXPECT_FALSE(nod_writeGeneralData(L"", L"", std::wstring(L"x")));
+    EXPECT_FALSE(nod_readGeneralData(L"", L"", back));
+    EXPECT_EQ(recorder.conditions(), Texts(2, "!dbName.empty()"));
+}
+
+TEST_F(GeneralData, AProxyInPlaceOfAValueCountsAsTheWrongClass) {
+    nod_writeGeneralData(store, L"first", "a", 1);
+    putObject(general(), L"n", new AcDbProxyObject);
+    ReportRecorder recorder;
+    char c = '-';
+    EXPECT_FALSE(nod_readGeneralData(store, L"n", &c, 1));
+    EXPECT_EQ(c, '-');
+    EXPECT_EQ(recorder.size(), 0u);
+    EXPECT_FALSE(nod_writeGeneralData(store, L"n", "x", 1));
+    EXPECT_EQ(recorder.conditions(), Texts{"pRec"});
+}
+
+TEST_F(GeneralData, AValueThatIsGoneForGoodIsNotReadAndNotWrittenOver) {
+    nod_writeGeneralData(store, L"n", "abcd", 4);
+    eraseObject(entryOf(general(), L"n"));
+    embedded::forgetHistory(db);
+    ASSERT_FALSE(entryOf(general(), L"n").isNull()) << "the entry stands";
+    ReportRecorder recorder;
+    char c = '-';
+    EXPECT_FALSE(nod_readGeneralData(store, L"n", &c, 1));
+    EXPECT_EQ(c, '-');
+    EXPECT_EQ(recorder.size(), 0u);
+    EXPECT_FALSE(nod_writeGeneralData(store, L"n", "x", 1));
+    EXPECT_EQ(recorder.conditions(), Texts{"pRec"});
 }
 
 TEST_F(GeneralData, FlagsTakeOneByte) {

@@ -8,9 +8,9 @@
 
 namespace embedded {
 
-// Files values in their raw widths, little end first, one behind the other: integers and doubles as they are, Boolean
-// as 1 byte, text as a 32-bit count of 16-bit units and the units, a chunk as a 32-bit length and the bytes, an id as
-// the 8 bytes of what it points at. For undo and copies inside the process.
+// Files values in their raw widths, little end first, one behind the other: integers and doubles as they are,
+// Boolean as 1 byte, text as a 32-bit count of 16-bit units and the units, a chunk as a 32-bit length and the
+// bytes, an id as the 8 bytes of what it points at. For undo and copies inside the process.
 class MemoryFiler : public AcDbDwgFiler {
 public:
     // Writes to the end of `bytes`, which must outlive the filer.
@@ -84,8 +84,14 @@ public:
     std::size_t left() const { return m_length - m_position; }
 
 private:
-    template <class T> Acad::ErrorStatus get(T& value) { return readBytes(&value, sizeof(T)); }
-    template <class T> Acad::ErrorStatus put(T value) { return writeBytes(&value, sizeof(T)); }
+    template <class T>
+    Acad::ErrorStatus get(T& value) {
+        return readBytes(&value, sizeof(T));
+    }
+    template <class T>
+    Acad::ErrorStatus put(T value) {
+        return writeBytes(&value, sizeof(T));
+    }
     Acad::ErrorStatus readId(AcDbObjectId& id);
     Acad::ErrorStatus writeId(const AcDbObjectId& id);
     Acad::ErrorStatus readDoubles(double* values, int count);

@@ -16,8 +16,8 @@ namespace embedded {
 // Calls `visit` for each object that is not erased, by ascending handle.
 void forEachObject(const AcDbDatabase& database, const std::function<void(AcDbObjectId)>& visit);
 
-// The drawing file's name of an object's kind ("LINE", "BLOCK_HEADER", "ORV_CDBRECORD"), also of an object that is in no
-// file yet, and of a proxy: what it stands for.
+// The drawing file's name of an object's kind ("LINE", "BLOCK_HEADER", "ORV_CDBRECORD"), also of an object
+// that is in no file yet, and of a proxy: what it stands for.
 std::wstring kindOf(AcDbObjectId id);
 
 // How many objects there are of each kind.

@@ -5,19 +5,21 @@
 
 class AcDbDatabase;
 
-// What an editor does around drawings: documents come, are worked in, are saved and go. For programs and tests.
+// What an editor does around drawings: documents come, are worked in, are saved and go. For programs and
+// tests.
 namespace embedded {
 
-// Reads a drawing as a document: makes it the working database and tells every application (kLoadDwgMsg). Null if it
-// cannot be read; `error` then is one line that names the file, the place and the reason.
+// Reads a drawing as a document: makes it the working database and tells every application (kLoadDwgMsg).
+// Null if it cannot be read; `error` then is one line that names the file, the place and the reason.
 AcDbDatabase* openDocument(const std::wstring& fileName, std::string& error);
 // An empty drawing, as a document.
 AcDbDatabase* newDocument();
-// Tells every application (kSaveMsg), then saves a document, or any database; it bears that name afterwards. False with
-// one line; the file is then as it was.
+// Tells every application (kSaveMsg), then saves a document, or any database; it bears that name afterwards.
+// False with one line; the file is then as it was.
 bool saveDocument(AcDbDatabase& database, const std::wstring& fileName, std::string& error);
-// Tells every application (kUnloadDwgMsg), with the document as the working database, and ends it. If it was the one
-// that was worked in, the newest of the others takes its place, or none. A database that is no document is left alone.
+// Tells every application (kUnloadDwgMsg), with the document as the working database, and ends it. If it was
+// the one that was worked in, the newest of the others takes its place, or none. A database that is no
+// document is left alone.
 void closeDocument(AcDbDatabase* database);
 void closeAllDocuments();
 // The program's end: kPreQuitMsg to all, every document closed, kQuitMsg, every application unloaded.

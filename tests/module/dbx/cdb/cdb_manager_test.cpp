@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <boost/make_shared.hpp>
+#include <boost/weak_ptr.hpp>
 
 using namespace orv::cdb;
 using orv::smartassert::Severity;
@@ -29,6 +30,7 @@ struct Drawing : StoreDrawing {
 constexpr auto kCounted = static_cast<CdbType>(101);
 constexpr auto kFailing = static_cast<CdbType>(102);
 constexpr auto kTwice = static_cast<CdbType>(103);
+constexpr auto kEmptyFunction = static_cast<CdbType>(105);
 constexpr auto kNobody = static_cast<CdbType>(104);
 
 class CdbManagerTest : public testing::Test {
@@ -71,6 +73,17 @@ TEST_F(CdbManagerTest, OpenOfAKindWithoutCreatorReportsTwiceAndIsEmpty) {
     recorder.clear();
     EXPECT_EQ(manager.createOnly(L"name", kNobody, kSharedLocking), nullptr);
     EXPECT_EQ(recorder.size(), 2u);
+}
+
+TEST_F(CdbManagerTest, AnEmptyFunctionAsCreatorIsReportedAndGivesNothing) {
+    manager.regCreator(kEmptyFunction, CdbManager::Creator());
+    ReportRecorder recorder;
+    EXPECT_EQ(manager.open(L"name", kEmptyFunction, kSharedLocking), nullptr);
+    ASSERT_EQ(recorder.conditions(), Texts{"createCdbFn"});
+    EXPECT_EQ(recorder.at(0).message, "no function available for creating CDB object of requested type.");
+    recorder.clear();
+    EXPECT_EQ(manager.createOnly(L"name", kEmptyFunction, kSharedLocking), nullptr);
+    EXPECT_EQ(recorder.conditions(), Texts{"createCdbFn"});
 }
 
 TEST_F(CdbManagerTest, AGuardOfSuchAKindReportsWhenItIsUsed) {
@@ -169,11 +182,40 @@ TEST_F(CdbManagerTest, CreateOnlyGivesAStoreThatTheManagerDoesNotKnow) {
 
 TEST_F(CdbManagerTest, AGuardLeavesItsCountBehind) {
     Drawing drawing;
-    ICdb* store = nullptr;
+    boost::shared_ptr<ICdb> store;
     {
         UseCdb guard(L"ASDWG", kNodCdb);
-        store = guard.operator->();
         EXPECT_TRUE(guard->isOpen());
+        store = manager.open(L"ASDWG", kNodCdb, kSharedLocking);
+        EXPECT_EQ(guard.operator->(), store.get());
     }
-    EXPECT_EQ(manager.open(L"ASDWG", kNodCdb, kSharedLocking).get(), store);
+    manager.close(L"ASDWG", kNodCdb);
+    EXPECT_EQ(manager.open(L"ASDWG", kNodCdb, kSharedLocking), store) << "the guard's count is left";
+}
+
+TEST_F(CdbManagerTest, AStoreThatAGuardHoldsStaysAliveAndOpenAfterTheLastClose) {
+    Drawing drawing;
+    UseCdb guard(L"ASDWG", kNodCdb);
+    EXPECT_EQ(guard->write(1, 2, "abc", 3, kFirstRecord), CD_ERR_NONE);
+    ICdb* const held = guard.operator->();
+    manager.close(L"ASDWG", kNodCdb);
+    const boost::shared_ptr<ICdb> next = manager.open(L"ASDWG", kNodCdb, kSharedLocking);
+    EXPECT_NE(next.get(), held) << "the manager has let go of it";
+    EXPECT_TRUE(guard->isOpen());
+    char buffer[4] = {};
+    std::size_t len = 3;
+    EXPECT_EQ(guard->read(1, 2, buffer, len, kFirstRecord), CD_ERR_NONE);
+    EXPECT_STREQ(buffer, "abc");
+}
+
+TEST_F(CdbManagerTest, AnUnopenedStoreMayOutliveItsDrawing) {
+    boost::weak_ptr<ICdb> store;
+    {
+        StoreDrawing drawing;
+        store = manager.open(L"UNKNOWN", kNodCdb, kSharedLocking);
+        ASSERT_FALSE(store.expired());
+    }
+    EXPECT_FALSE(store.lock()->isOpen());
+    manager.closeAll();
+    EXPECT_TRUE(store.expired());
 }

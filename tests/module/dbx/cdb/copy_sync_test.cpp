@@ -22,6 +22,13 @@ std::set<int> keysOf(const MapCdb& cdb, int kwh) {
     return keys;
 }
 
+// Lists the whole group, whatever range it is asked for.
+struct Careless : MapCdb {
+    cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int, int) const override {
+        return getKeysForKwh(kwh, keys);
+    }
+};
+
 } // namespace
 
 TEST(Copy, CarriesTheWholeSequence) {
@@ -45,6 +52,34 @@ TEST(Copy, EndsAtARecordOfNoBytes) {
     MapCdb src, dst;
     src.put(1, 2, {"a", "", "c"});
     copy(src, dst, 1, 2);
+    EXPECT_EQ(dst.get(1, 2), Texts{"a"});
+}
+
+TEST(Copy, ARefusedWriteInMidSequenceLeavesTheTargetsKeyShortened) {
+    struct Stopping : MapCdb {
+        cd_error_t write(int kwh, int kwl, const void* data, std::size_t len,
+                         CdbReadWriteMode mode) override {
+            return calls("write").size() == 2 ? CD_ERR_FAILED : MapCdb::write(kwh, kwl, data, len, mode);
+        }
+    } dst;
+    MapCdb src;
+    src.put(1, 2, {"a", "b", "c"});
+    dst.put(1, 2, {"w", "x", "y", "z"});
+    EXPECT_THROW(copy(src, dst, 1, 2), orv::Exception);
+    EXPECT_EQ(dst.get(1, 2), (Texts{"a", "b"}));
+}
+
+TEST(Copy, AReadFailureEndsTheSequenceSilently) {
+    struct Failing : MapCdb {
+        cd_error_t read(int kwh, int kwl, void* data, std::size_t& len,
+                        CdbReadWriteMode mode) const override {
+            const cd_error_t err = MapCdb::read(kwh, kwl, data, len, mode);
+            return position == 1 ? CD_ERR_FAILED : err;
+        }
+    } src;
+    MapCdb dst;
+    src.put(1, 2, {"a", "b", "c"});
+    EXPECT_NO_THROW(copy(src, dst, 1, 2));
     EXPECT_EQ(dst.get(1, 2), Texts{"a"});
 }
 
@@ -155,11 +190,7 @@ TEST(CopyRange, WithItsEndsExchangedReportsAndCopiesNothing) {
 }
 
 TEST(CopyRange, ReportsAKeyThatAStoreListsOutsideTheRange) {
-    struct Careless : MapCdb {
-        cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int, int) const override {
-            return getKeysForKwh(kwh, keys);
-        }
-    } src;
+    Careless src;
     ReportRecorder recorder;
     MapCdb dst;
     src.put(1, 9, {"a"});
@@ -232,6 +263,31 @@ TEST(Sync, WhenNoneOfTheTargetsKeysSurviveDeletesTheGroupThenCopies) {
     sync(src, dst, 7);
     EXPECT_EQ(dst.log, (Texts{"del 7/-1", "write 7/1 first"}));
     EXPECT_EQ(keysOf(dst, 7), std::set<int>{1});
+}
+
+TEST(Sync, TheStatusOfADelIsNotLookedAt) {
+    struct Refusing : MapCdb {
+        cd_error_t del(int kwh, int kwl) override {
+            log.push_back("del " + text(kwh, kwl));
+            return CD_ERR_FAILED;
+        }
+    } dst;
+    MapCdb src;
+    ReportRecorder recorder;
+    src.put(7, 1, {"one"});
+    dst.put(7, 1, {"old"});
+    dst.put(7, 2, {"stale"});
+    sync(src, dst, 7);
+    syncHeader(src, dst, 7);
+    syncRange(src, dst, 7, 1, 9);
+    syncHeaderRange(src, dst, 7, 1, 9);
+    delRange(dst, 7, 2, 9);
+    EXPECT_EQ(dst.calls("del"), Texts(5, "del 7/2"));
+    EXPECT_EQ(dst.calls("write"), Texts(4, "write 7/1 first"));
+    EXPECT_EQ(recorder.size(), 0u);
+    EXPECT_EQ(keysOf(dst, 7), (std::set<int>{1, 2}));
+    sync(MapCdb(), dst, 7);
+    EXPECT_EQ(dst.calls("del").back(), "del 7/-1");
 }
 
 TEST(Sync, WithNothingOnEitherSideDoesNothing) {
@@ -334,6 +390,24 @@ TEST(SyncRange, WithItsEndsExchangedReports) {
     EXPECT_EQ(recorder.conditions(), (Texts{"kwlFrom <= kwlTo"}));
 }
 
+TEST(SyncRange, ReportsEachKeyThatAStoreListsOutsideTheRangeAndGoesOn) {
+    Careless src, dst;
+    ReportRecorder recorder;
+    src.put(7, 30, {"header", "more"});
+    dst.put(7, 5, {"stale"});
+    syncRange(src, dst, 7, 10, 20);
+    EXPECT_EQ(recorder.conditions(), Texts(2, "*it >= kwlFrom && *it <= kwlTo"));
+    EXPECT_EQ(dst.log, (Texts{"del 7/5", "write 7/30 first", "write 7/30 next"}));
+    recorder.clear();
+    dst.log.clear();
+    dst.put(7, 5, {"stale"});
+    syncHeaderRange(src, dst, 7, 10, 20);
+    EXPECT_EQ(recorder.conditions(), Texts(2, "*it >= kwlFrom && *it <= kwlTo"));
+    EXPECT_EQ(dst.calls("del"), Texts{"del 7/5"});
+    EXPECT_EQ(dst.calls("write"), Texts{"write 7/30 first"});
+    EXPECT_EQ(dst.get(7, 30), Texts{"header"});
+}
+
 TEST(SyncHeader, CarriesHeadersAndDeletesLikeASync) {
     MapCdb src, dst;
     src.put(7, 1, {"header", "b"});
@@ -364,11 +438,7 @@ TEST(DelRange, DeletesTheKeysOfAClosedRange) {
 }
 
 TEST(DelRange, ReportsItsBoundsAndAKeyOutsideThem) {
-    struct Careless : MapCdb {
-        cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int, int) const override {
-            return getKeysForKwh(kwh, keys);
-        }
-    } cdb;
+    Careless cdb;
     ReportRecorder recorder;
     cdb.put(7, 9, {"a"});
     delRange(cdb, 7, 3, 1);

@@ -49,10 +49,14 @@ protected:
     // Takes the entry out if it has exactly that count.
     bool hasCount(const wchar_t* name, CdbType type, int count) {
         const boost::shared_ptr<ICdb> store = manager.open(name, type, kSharedLocking);
-        for (int i = 0; i <= count; ++i)
+        // One short of the count, and of the one that the look added.
+        for (int i = 0; i < count; ++i)
             manager.close(name, type);
+        const bool there = manager.open(name, type, kSharedLocking) == store;
+        manager.close(name, type);
+        manager.close(name, type);
         const bool gone = manager.open(name, type, kSharedLocking) != store;
-        return gone;
+        return there && gone;
     }
 
     CdbManager& manager = CdbManager::instance();
@@ -62,16 +66,19 @@ protected:
 
 TEST_F(UsePlCdbTest, NodTwiceOpensOnceAndItsCountStaysWithTheManager) {
     Drawing drawing;
-    ICdb* store = nullptr;
+    boost::shared_ptr<ICdb> store;
     {
         UsePlCdb project1(project(L"X"));
-        store = &project1.nod();
-        EXPECT_EQ(&project1.nod(), store);
+        ICdb* const opened = &project1.nod();
+        EXPECT_EQ(&project1.nod(), opened);
         const UsePlCdb& asConst = project1;
-        EXPECT_EQ(&asConst.nod(), store);
-        EXPECT_TRUE(store->isOpen());
+        EXPECT_EQ(&asConst.nod(), opened);
+        EXPECT_TRUE(opened->isOpen());
+        store = manager.open(L"ASDWG", kNodCdb, kSharedLocking);
+        EXPECT_EQ(store.get(), opened);
     }
-    EXPECT_EQ(manager.open(L"ASDWG", kNodCdb, kSharedLocking).get(), store);
+    EXPECT_EQ(manager.open(L"ASDWG", kNodCdb, kSharedLocking), store);
+    manager.close(L"ASDWG", kNodCdb);
     manager.close(L"ASDWG", kNodCdb);
     EXPECT_TRUE(hasCount(L"ASDWG", kNodCdb, 1));
 }
