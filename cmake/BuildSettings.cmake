@@ -26,4 +26,7 @@ if(TALDORK_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Real drawings for tests and measurements, and a tool that compares two of them; what needs them is skipped without.
+set(TALDORK_SHARED_DIR ${CMAKE_SOURCE_DIR}/../shared CACHE PATH "folder with drawings/ and tools/")
+
 include_directories(${CMAKE_SOURCE_DIR})

@@ -37,7 +37,7 @@ bool endsWith(const std::string& text, const std::string& end) {
 /// whether the format itself or the class table names them.
 std::string kindName(const std::string& dxfName) {
     if (dxfName.rfind("ACDB_", 0) == 0) {
-        const std::string name = dxfName.substr(5);
+        std::string name = dxfName.substr(5);
         for (const char* mark : {"_CLASS", "_DATA", "_VERSION"})
             if (endsWith(name, mark))
                 return name.substr(0, name.size() - std::string(mark).size());

@@ -40,7 +40,7 @@ Acad::ErrorStatus TransactionManager::getObject(AcDbObject*& object, AcDbObjectI
     AcDbStub* stub = id;
     if (stub == nullptr || !stub->has(kInTransaction)) {
         Acad::ErrorStatus es = openStub(stub, mode, openErased, object);
-        if (es == Acad::eOk) {
+        if (es == Acad::eOk && stub != nullptr) {
             stub->set(kInTransaction);
             m_held.push_back(stub);
         }

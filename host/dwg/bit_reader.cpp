@@ -164,7 +164,7 @@ HandleReference BitReader::handle() {
     reference.width = static_cast<std::uint8_t>(take(4));
     if (reference.width > 8)
         fail();
-    if (m_failed || !has(reference.width * 8u))
+    if (m_failed || !has(std::size_t{8} * reference.width))
         return {};
     for (unsigned i = 0; i < reference.width; ++i)
         reference.value = reference.value << 8 | rawChar();

@@ -1,10 +1,20 @@
 #include "rxregsvc.h"
 
 #include "rx/sys_registry.h"
+#include "rxclass.h"
 #include "rxdlinkr.h"
 #include "rxsrvice.h"
 
-using embedded::rx::linker;
+namespace {
+
+// The linker that stands in the system registry, where an application may have put its own; the host's if
+// there is none.
+AcRxDynamicLinker& linker() {
+    AcRxDynamicLinker* const registered = acrxDynamicLinker;
+    return registered != nullptr ? *registered : embedded::rx::linker();
+}
+
+} // namespace
 
 bool acrxLoadModule(const ACHAR* moduleName, bool printit, bool asCmd) {
     return linker().loadModule(moduleName, printit, asCmd);

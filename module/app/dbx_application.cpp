@@ -4,6 +4,7 @@
 #include "app/linker.h"
 #include "appinfo.h"
 #include "base/file_path.h"
+#include "base/product_name.h"
 #include "platform/shared_library.h"
 #include "rxdlinkr.h"
 #include "rxregsvc.h"
@@ -18,8 +19,6 @@ namespace orv {
 
 namespace {
 
-// What the host calls the application that serves drawings with this module's objects.
-constexpr const wchar_t* kLoaderApplication = L"ORV_OE_LOADER_191";
 // A small module that may stand beside this one and loads it.
 constexpr const wchar_t* kLoaderModule = L"orv_oe_loader191_x64.dbx";
 

@@ -1,5 +1,7 @@
 // The two functions that the host looks for in the module's file.
 
+#include "app/entry_points.h"
+
 #include "app/taldork_dbx_application.h"
 #include "platform/export.h"
 
@@ -30,12 +32,17 @@ constexpr unsigned int kOperationCount = sizeof kOperations / sizeof kOperations
 
 } // namespace
 
-PLATFORM_ENTRY AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet) {
+namespace orv {
+
+AcRx::AppRetCode answer(AcRxDbxApp& application, AcRx::AppMsgCode message, void* packet) {
     const auto number = static_cast<unsigned int>(message);
-    if (number >= kOperationCount)
-        return AcRx::kRetOK;
-    AcRxDbxApp& application = Taldork_DBX_Application::instance();
-    return (application.*kOperations[number])(packet);
+    return number < kOperationCount ? (application.*kOperations[number])(packet) : AcRx::kRetOK;
+}
+
+} // namespace orv
+
+PLATFORM_ENTRY AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet) {
+    return orv::answer(Taldork_DBX_Application::instance(), message, packet);
 }
 
 PLATFORM_ENTRY int acrxGetApiVersion() { return kAcRxApiVersion; }

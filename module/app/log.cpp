@@ -57,11 +57,11 @@ std::wstring to_string(LogLevel level) {
 
 void Log::addListener(boost::shared_ptr<ILogListener> listener) {
     if (listener)
-        m_listeners.insert(listener);
+        m_listeners.insert(std::move(listener));
 }
 
 void Log::addListener(LogLevel level, boost::shared_ptr<ILogListener> listener) {
-    m_levelListeners[level].insert(listener);
+    m_levelListeners[level].insert(std::move(listener));
 }
 
 void Log::log(const std::string& channel, LogLevel level, const std::string& message) {
@@ -84,10 +84,12 @@ void log(const std::string& channel, LogLevel level, const std::string& message)
 void log(LogLevel level, const std::string& message) { channelOf(kDefault)->log(kDefault, level, message); }
 
 void addLogListener(const std::string& channel, boost::shared_ptr<ILogListener> listener) {
-    channelOf(channel)->addListener(listener);
+    channelOf(channel)->addListener(std::move(listener));
 }
 
-void addLogListener(boost::shared_ptr<ILogListener> listener) { addLogListener(kDefault, listener); }
+void addLogListener(boost::shared_ptr<ILogListener> listener) {
+    addLogListener(kDefault, std::move(listener));
+}
 
 void addListener(const std::string& channel, ILogListener* listener) {
     addLogListener(channel, boost::shared_ptr<ILogListener>(listener));

@@ -89,7 +89,7 @@ boost::shared_ptr<ICdb> CdbManager::open(const std::wstring& name, CdbType type,
     const Creator* const createCdbFn = findCreatorFor(type, name);
     if (createCdbFn == nullptr)
         return boost::shared_ptr<ICdb>();
-    const boost::shared_ptr<ICdb> cdb = (*createCdbFn)(name, lockMode);
+    boost::shared_ptr<ICdb> cdb = (*createCdbFn)(name, lockMode);
     ORV_ASSERT(cdb.get()).warning("creation of CDB object failed");
     if (!cdb)
         return cdb;

@@ -11,8 +11,6 @@
 
 class AcDbDatabase;
 class AcDbDictionary;
-class AcDbObject;
-class ORV_CDBTransactionManager;
 
 namespace orv::cdb {
 

@@ -5,6 +5,8 @@
 #include "embedded/demand_load.h"
 #include "platform/files.h"
 #include "platform/registry.h"
+#include "platform/shared_library.h"
+#include "platform/text.h"
 #include "rxdict.h"
 #include "support/linker_recorder.h"
 #include "support/slots.h"
@@ -51,9 +53,27 @@ protected:
         return platform::registry::getValue(kEntry, name, value) == platform::registry::kDone;
     }
 
+    // The entry says when to load, and not what.
+    static void expectEntryWithoutModule() {
+        platform::registry::Value value;
+        EXPECT_TRUE(platform::registry::keyExists(kEntry));
+        EXPECT_FALSE(valueOf(L"LOADER", value));
+        ASSERT_TRUE(valueOf(L"LOADCTRLS", value));
+        EXPECT_EQ(value.number, 9u);
+    }
+
     LinkerRecorder linker;
     int packet = 0;
 };
+
+// Brings a file that stands beside the module into memory; its path comes back.
+std::wstring loadBesideTheModule(const wchar_t* file) {
+    const std::wstring own = platform::modulePath(platform::moduleHandle(kModule));
+    const std::wstring path = platform::joinPath(platform::folderOf(own), file);
+    std::wstring failure;
+    EXPECT_NE(platform::openLibrary(path, failure), nullptr) << platform::toUtf8(failure);
+    return path;
+}
 
 } // namespace
 
@@ -77,17 +97,34 @@ TEST_F(DbxApplication, TheModulesOwnNameGivesHandleAndPath) {
 }
 
 TEST_F(DbxApplication, AModuleUnderAnotherSuffixHasNoPathAndItsEntryNoModule) {
-    // The name of something that is loaded and is no ".dbx"; an unknown name stands for the program itself.
-    Application application(L"libhost.so");
+    loadBesideTheModule(L"tests_other_suffix.arx");
+    Application application(L"tests_other_suffix.arx");
+    ASSERT_NE(application.moduleHandle(), nullptr);
     EXPECT_EQ(application.modulePath(), L"");
+    EXPECT_EQ(application.On_kInitAppMsg(&packet), AcRx::kRetOK);
+    expectEntryWithoutModule();
+    application.On_kUnloadAppMsg(&packet);
+}
+
+TEST_F(DbxApplication, TheSuffixCountsInCapitalsToo) {
+    const std::wstring path = loadBesideTheModule(L"tests_upper_suffix.DBX");
+    Application application(L"tests_upper_suffix.DBX");
+    ASSERT_NE(application.moduleHandle(), nullptr);
+    EXPECT_EQ(application.modulePath(), path);
+    platform::removeFile(platform::joinPath(platform::folderOf(path), kLoader));
+    EXPECT_EQ(application.On_kInitAppMsg(&packet), AcRx::kRetOK);
+    platform::registry::Value value;
+    ASSERT_TRUE(valueOf(L"LOADER", value));
+    EXPECT_EQ(value.text, path);
+    application.On_kUnloadAppMsg(&packet);
+}
+
+TEST_F(DbxApplication, ANameThatIsNotLoadedStandsForTheProgram) {
     Application unknown(L"not_loaded.dbx");
     EXPECT_EQ(unknown.moduleHandle(), nullptr);
-    EXPECT_EQ(unknown.modulePath(), L"");
+    EXPECT_EQ(unknown.modulePath(), L"") << "the program's suffix is not that of a module";
     EXPECT_EQ(unknown.On_kInitAppMsg(&packet), AcRx::kRetOK);
-    platform::registry::Value value;
-    EXPECT_FALSE(valueOf(L"LOADER", value));
-    ASSERT_TRUE(valueOf(L"LOADCTRLS", value));
-    EXPECT_EQ(value.number, 9u);
+    expectEntryWithoutModule();
 }
 
 TEST_F(DbxApplication, WithoutTheLoaderTheEntryNamesTheModuleItself) {
@@ -119,14 +156,26 @@ TEST_F(DbxApplication, WithTheLoaderBesideTheModuleTheEntryNamesItWithBackslashe
 TEST_F(DbxApplication, InitRunsItsStepsInOrder) {
     Application application(kModule);
     ASSERT_EQ(application.On_kInitAppMsg(&packet), AcRx::kRetOK);
-    // The frame unlocks and registers, and the base does both again as its flags say.
-    EXPECT_EQ(linker.calls(), (Calls{"unlock", "mdi", "unlock", "mdi"}));
+    // The frame unlocks and registers, the latter in two ways, and the base does both again as its flags say.
+    EXPECT_EQ(linker.calls(), (Calls{"unlock", "mdi", "mdi", "unlock", "mdi"}));
     EXPECT_EQ(application.calls,
               (Calls{"onBeforeInit", "RegisterServerComponents", "registerClasses", "onRegistered"}));
     EXPECT_TRUE(orv::ExtensionRecord::instance().isAttached());
     EXPECT_EQ(orv::ExtensionRecord::instance().moduleResource(), application.moduleHandle());
     application.On_kUnloadAppMsg(&packet);
     EXPECT_FALSE(orv::ExtensionRecord::instance().isAttached());
+}
+
+TEST_F(DbxApplication, TheDefaultResourceIsTheFrameworksCurrentOneAtTheAttachment) {
+    int resource = 0;
+    const HINSTANCE before = AfxGetModuleState()->m_hCurrentResourceHandle;
+    AfxSetResourceHandle(reinterpret_cast<HINSTANCE>(&resource));
+    Application application(kModule);
+    EXPECT_EQ(application.On_kInitAppMsg(&packet), AcRx::kRetOK);
+    AfxSetResourceHandle(before);
+    EXPECT_EQ(orv::ExtensionRecord::instance().defaultResource(), reinterpret_cast<HINSTANCE>(&resource));
+    EXPECT_EQ(orv::ExtensionRecord::instance().moduleResource(), application.moduleHandle());
+    application.On_kUnloadAppMsg(&packet);
 }
 
 TEST_F(DbxApplication, ARefusalBeforeInitEndsTheMessage) {

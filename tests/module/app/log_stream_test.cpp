@@ -118,3 +118,20 @@ TEST_F(LogStreamTest, AFailingListenerIsHeardWhileStreamingAndNotAtTheEnd) {
     EXPECT_THROW(stream << "x\n", std::runtime_error);
     EXPECT_EQ(listener->heard, (Heard{"c 3 left", "c 3 x"}));
 }
+
+TEST_F(LogStreamTest, WideTextThatIsNotConstIsTextAndNoAddress) {
+    wchar_t text[] = L"wide";
+    wchar_t* const pointer = text;
+    {
+        LogStream stream("c");
+        stream << pointer << text;
+    }
+    EXPECT_EQ(listener->heard, Heard{"c 3 widewide"});
+}
+
+TEST_F(LogStreamTest, AWideCharacterIsTextAndNoNumber) {
+    LogStream stream("c");
+    const wchar_t character = L'y';
+    stream << L'x' << character << L'\n';
+    EXPECT_EQ(listener->heard, Heard{"c 3 xy"});
+}

@@ -1,9 +1,12 @@
 #include "app/log.h"
 
+#include "support/slots.h"
+
 #include <gtest/gtest.h>
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -132,6 +135,40 @@ TEST_F(LogTest, LevelListenersHearTheirLevelAloneAndInAddition) {
     channel.log("c", kLogFatal, "f");
     EXPECT_EQ(one->heard, (Heard{"[] c 4 e", "[] c 4 e", "[] c 5 f"}));
     EXPECT_EQ(two->heard, Heard{"[] c 4 e"});
+}
+
+TEST_F(LogTest, ListenersAreCalledInTheOrderOfTheirPointers) {
+    struct Noting : ILogListener {
+        explicit Noting(std::vector<const ILogListener*>& called) : m_called(called) {}
+        void onLog(const std::string&, const std::string&, LogLevel, const std::string&) override {
+            m_called.push_back(this);
+        }
+        std::vector<const ILogListener*>& m_called;
+    };
+    std::vector<const ILogListener*> called;
+    std::vector<boost::shared_ptr<ILogListener>> listeners;
+    for (int i = 0; i < 5; ++i)
+        listeners.push_back(boost::make_shared<Noting>(called));
+    std::sort(listeners.begin(), listeners.end());
+    std::vector<const ILogListener*> expected;
+    for (const auto& listener : listeners)
+        expected.push_back(listener.get());
+    for (int i : {3, 1, 4, 0, 2})
+        addLogListener("db", listeners[i]);
+    log("db", kLogInfo, "x");
+    EXPECT_EQ(called, expected);
+}
+
+TEST_F(LogTest, TheListenersOperationStandsBehindItsDestructor) {
+    using OnLog =
+        void (*)(ILogListener*, const std::string&, const std::string&, LogLevel, const std::string&);
+#if defined(_WIN32)
+    constexpr int kSlot = 1;
+#else
+    constexpr int kSlot = 2;
+#endif
+    testing_support::slotOf<OnLog>(one.get(), kSlot)(one.get(), "plan", "db", kLogFatal, "text");
+    EXPECT_EQ(one->heard, Heard{"[plan] db 5 text"});
 }
 
 TEST(LogLevel, WordsOfTheLevels) {

@@ -5,11 +5,13 @@
 #include "dbx/cdb/cdbrec_old.h"
 #include "embedded/classes.h"
 #include "rxclass.h"
+#include "rxdict.h"
 #include "support/linker_recorder.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 using testing_support::Calls;
 using testing_support::LinkerRecorder;
@@ -31,6 +33,52 @@ void expectClass(AcRxClass* found, const wchar_t* name, const wchar_t* dxfName) 
     EXPECT_EQ(found->proxyFlags(), 0u);
 }
 
+// Stands in the place of the class dictionary while it lives, and writes down the names that are looked up
+// and how often the hierarchy had been built by then. Everything else goes to the true dictionary.
+class LookupRecorder : public AcRxDictionary {
+public:
+    LookupRecorder() : m_true(acrxClassDictionary) { stand(this); }
+    ~LookupRecorder() override { stand(m_true); }
+
+    const std::vector<std::wstring>& names() const { return m_names; }
+    const std::vector<unsigned>& hierarchyBuilds() const { return m_builds; }
+
+    AcRxObject* at(const ACHAR* key) const override {
+        m_names.push_back(key);
+        m_builds.push_back(embedded::rx::hierarchyBuilds());
+        return m_true->at(key);
+    }
+    AcRxObject* at(Adesk::UInt32 id) const override { return m_true->at(id); }
+    AcRxObject* atPut(const ACHAR* key, AcRxObject* object, Adesk::UInt32& id) override {
+        return m_true->atPut(key, object, id);
+    }
+    AcRxObject* atPut(Adesk::UInt32 id, AcRxObject* object) override { return m_true->atPut(id, object); }
+    bool resetKey(const ACHAR* from, const ACHAR* to) override { return m_true->resetKey(from, to); }
+    bool resetKey(Adesk::UInt32 id, const ACHAR* to) override { return m_true->resetKey(id, to); }
+    AcRxObject* remove(const ACHAR* key) override { return m_true->remove(key); }
+    AcRxObject* remove(Adesk::UInt32 id) override { return m_true->remove(id); }
+    bool has(const ACHAR* key) const override { return m_true->has(key); }
+    bool has(Adesk::UInt32 id) const override { return m_true->has(id); }
+    Adesk::UInt32 idAt(const ACHAR* key) const override { return m_true->idAt(key); }
+    const ACHAR* keyAt(Adesk::UInt32 id) const override { return m_true->keyAt(id); }
+    Adesk::UInt32 numEntries() const override { return m_true->numEntries(); }
+    AcRxDictionaryIterator* newIterator(AcRx::DictIterType type) override {
+        return m_true->newIterator(type);
+    }
+    bool deletesObjects() const override { return m_true->deletesObjects(); }
+    bool isCaseSensitive() const override { return m_true->isCaseSensitive(); }
+
+private:
+    static void stand(AcRxDictionary* dictionary) {
+        Adesk::UInt32 id = 0;
+        acrxSysRegistry()->atPut(ACRX_CLASS_DICTIONARY, dictionary, id);
+    }
+
+    AcRxDictionary* m_true;
+    mutable std::vector<std::wstring> m_names;
+    mutable std::vector<unsigned> m_builds;
+};
+
 } // namespace
 
 TEST(TaldorkApplication, KnowsItsModule) {
@@ -50,6 +98,36 @@ TEST(TaldorkApplication, BuildsTheHierarchyOnceAfterTheLastClass) {
     const unsigned before = embedded::rx::hierarchyBuilds();
     Taldork_DBX_Application::instance().registerClasses(nullptr);
     EXPECT_EQ(embedded::rx::hierarchyBuilds(), before + 1);
+}
+
+TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) {
+    // Classes that are already known are not entered again, so they are taken out first.
+    for (int i = 0; i < orv::kRegisteredClassCount; ++i)
+        deleteAcRxClass(
+            static_cast<AcRxClass*>(acrxClassDictionary->at(orv::kRegisteredClasses[i].row->className)));
+    ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CObjCdbRecord"));
+    ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CdbRecord"));
+
+    const unsigned before = embedded::rx::hierarchyBuilds();
+    {
+        LookupRecorder lookups;
+        EXPECT_EQ(Taldork_DBX_Application::instance().registerClasses(nullptr), AcRx::kRetOK);
+        // Each class looks for its own name when it is entered.
+        EXPECT_EQ(lookups.names(), (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord"}));
+        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before}));
+    }
+    EXPECT_EQ(embedded::rx::hierarchyBuilds(), before + 1);
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CObjCdbRecord"), acrxClassDictionary->idAt(L"ORV_CdbRecord"));
+}
+
+TEST(TaldorkApplication, ClassesThatAreKnownAreNotEnteredAgain) {
+    const Adesk::UInt32 first = acrxClassDictionary->idAt(L"ORV_CObjCdbRecord");
+    const unsigned generation = embedded::rx::classGeneration();
+    AcRxClass* const descriptor = ORV_CObjCdbRecord::desc();
+    ORV_CObjCdbRecord::rxInit();
+    EXPECT_EQ(ORV_CObjCdbRecord::desc(), descriptor);
+    EXPECT_EQ(acrxClassDictionary->idAt(L"ORV_CObjCdbRecord"), first);
+    EXPECT_EQ(embedded::rx::classGeneration(), generation);
 }
 
 TEST(TaldorkApplication, AnUnloadWithNoSiblingLoadedAsksForAllInTheFixedOrder) {

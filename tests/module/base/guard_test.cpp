@@ -51,6 +51,30 @@ int fileTwo(bool fail) {
     ORV_CRITICAL_GUARD(2)
 }
 
+int fileThree() {
+    try {
+        throw std::runtime_error("inside");
+    }
+    ORV_CRITICAL_GUARD(67)
+}
+
+// A console that refuses each line while it lives.
+class FailingBeep {
+public:
+    FailingBeep() {
+        m_before = orvBeep.setSink([this](const std::wstring&) {
+            ++tried;
+            throw std::runtime_error("console");
+        });
+    }
+    ~FailingBeep() { orvBeep.setSink(m_before); }
+
+    int tried = 0;
+
+private:
+    ORV_COStream::Sink m_before;
+};
+
 } // namespace
 
 TEST(Guard, AnExceptionButNoOutputIsSilent) {
@@ -107,4 +131,31 @@ TEST(CriticalGuard, TellsOncePerFunctionAndAlwaysReturnsItsStatus) {
     EXPECT_EQ(fileTwo(true), 2);
     EXPECT_EQ(fileTwo(false), 0);
     EXPECT_EQ(beep.lines().size(), 2u);
+}
+
+TEST(Guard, AConsoleThatThrowsIsNotHeardOutsideOfAnyHandler) {
+    {
+        FailingBeep beep;
+        wchar_t text[] = L"wide text";
+        EXPECT_NO_THROW(EXPECT_TRUE(runGuarded([] { throw orv::NotFoundException(3u, "ctx"); })));
+        EXPECT_NO_THROW(EXPECT_TRUE(runGuarded([] { throw std::runtime_error("boom"); })));
+        EXPECT_NO_THROW(EXPECT_TRUE(runGuarded([&] { throw static_cast<wchar_t*>(text); })));
+        EXPECT_NO_THROW(EXPECT_TRUE(runGuarded([] { throw 5; })));
+        EXPECT_EQ(beep.tried, 4);
+    }
+    BeepRecorder beep;
+    EXPECT_TRUE(runGuarded([] { throw std::runtime_error("after"); }));
+    EXPECT_EQ(beep.lines(), (Lines{L"Caught Exception: after " + place()}))
+        << "nothing is left of the lines before";
+}
+
+TEST(CriticalGuard, AConsoleThatThrowsLeavesTheStatusAndCountsAsTold) {
+    {
+        FailingBeep beep;
+        EXPECT_NO_THROW(EXPECT_EQ(fileThree(), 67));
+        EXPECT_EQ(beep.tried, 1);
+    }
+    BeepRecorder beep;
+    EXPECT_EQ(fileThree(), 67);
+    EXPECT_TRUE(beep.lines().empty());
 }

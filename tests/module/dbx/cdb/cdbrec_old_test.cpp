@@ -3,6 +3,7 @@
 #include "embedded/memory_filer.h"
 #include "orvcore/warn_on_new_version.h"
 #include "support/beep_recorder.h"
+#include "support/own_calls.h"
 #include "support/recording_filer.h"
 #include "support/report_recorder.h"
 
@@ -11,7 +12,11 @@
 #include <string>
 #include <vector>
 
+using testing_support::baseReads;
+using testing_support::baseWrites;
 using testing_support::BeepRecorder;
+using testing_support::ownCalls;
+using testing_support::ownReads;
 using testing_support::RecordingFiler;
 using testing_support::ReportRecorder;
 using testing_support::Texts;
@@ -30,9 +35,20 @@ RecordingFiler fileFiler() {
     return filer;
 }
 
-Texts lastCalls(const RecordingFiler& filer, std::size_t count) {
-    return Texts(filer.calls.end() - static_cast<long long>(count), filer.calls.end());
-}
+// Counts the warnings of newer versions that come while it lives.
+class WarningCounter {
+public:
+    WarningCounter() {
+        orv_forgetNewVersionWarnings();
+        m_before = orv_setNewVersionSink([this](const ORV_NewVersionWarning&) { ++count; });
+    }
+    ~WarningCounter() { orv_setNewVersionSink(m_before); }
+
+    int count = 0;
+
+private:
+    ORV_NewVersionSink m_before;
+};
 
 } // namespace
 
@@ -59,18 +75,18 @@ TEST(ObjCdbRecord, FilesVersionLengthAndBytes) {
     ORV_CObjCdbRecord record("\x01\xff", 2);
     RecordingFiler filer = fileFiler();
     EXPECT_EQ(record.dwgOutFields(&filer), Acad::eOk);
-    EXPECT_EQ(lastCalls(filer, 3), (Texts{"writeInt16 0", "writeInt32 2", "writeBytes 2: 01 ff"}));
+    EXPECT_EQ(ownCalls(filer), (Texts{"writeInt16 0", "writeInt32 2", "writeBytes 2: 01 ff"}));
 }
 
 TEST(ObjCdbRecord, CallsForBytesAlsoWhenThereAreNone) {
     ORV_CObjCdbRecord record;
     RecordingFiler filer = fileFiler();
     EXPECT_EQ(record.dwgOutFields(&filer), Acad::eOk);
-    EXPECT_EQ(lastCalls(filer, 3), (Texts{"writeInt16 0", "writeInt32 0", "writeBytes 0:"}));
+    EXPECT_EQ(ownCalls(filer), (Texts{"writeInt16 0", "writeInt32 0", "writeBytes 0:"}));
     RecordingFiler in = fileFiler();
     in.feed<Adesk::Int16>(0).feed<Adesk::Int32>(0);
     EXPECT_EQ(record.dwgInFields(&in), Acad::eOk);
-    EXPECT_EQ(lastCalls(in, 3), (Texts{"readInt16", "readInt32", "readBytes 0"}));
+    EXPECT_EQ(ownReads(in), (Texts{"readInt16", "readInt32", "readBytes 0"}));
 }
 
 TEST(ObjCdbRecord, BytesGoThroughAMemoryFilerAndBack) {
@@ -88,20 +104,25 @@ TEST(ObjCdbRecord, BytesGoThroughAMemoryFilerAndBack) {
 }
 
 TEST(ObjCdbRecord, Version1IsRefusedWith67AndVersions0AndMinus1AreRead) {
+    WarningCounter warnings;
     ORV_CObjCdbRecord record("kept", 4);
     RecordingFiler one = fileFiler();
     one.feed<Adesk::Int16>(1).feed<Adesk::Int32>(2).feedBytes("ab");
     EXPECT_EQ(static_cast<int>(record.dwgInFields(&one)), 67);
     EXPECT_EQ(contentOf(record), "kept");
+    EXPECT_EQ(ownReads(one), (Texts{"readInt16"}));
+    EXPECT_EQ(warnings.count, 0) << "what is refused is not warned of";
     for (const Adesk::Int16 version : {Adesk::Int16(0), Adesk::Int16(-1)}) {
         RecordingFiler filer = fileFiler();
         filer.feed<Adesk::Int16>(version).feed<Adesk::Int32>(2).feedBytes(version == 0 ? "ab" : "cd");
         EXPECT_EQ(record.dwgInFields(&filer), Acad::eOk);
         EXPECT_EQ(contentOf(record), version == 0 ? "ab" : "cd");
+        EXPECT_EQ(ownReads(filer), (Texts{"readInt16", "readInt32", "readBytes 2"}));
     }
+    EXPECT_EQ(warnings.count, 0);
     RecordingFiler out = fileFiler();
     record.dwgOutFields(&out);
-    EXPECT_EQ(lastCalls(out, 3).front(), "writeInt16 0") << "the version of the object never changes";
+    EXPECT_EQ(ownCalls(out).front(), "writeInt16 0") << "the version of the object never changes";
 }
 
 TEST(ObjCdbRecord, ReadingTheSameLengthReusesTheBlock) {
@@ -112,6 +133,26 @@ TEST(ObjCdbRecord, ReadingTheSameLengthReusesTheBlock) {
     ASSERT_EQ(record.dwgInFields(&filer), Acad::eOk);
     EXPECT_EQ(record.getData(), block);
     EXPECT_EQ(contentOf(record), "xyz");
+}
+
+// Stands before the damaged lengths, which make a filer throw too: the message comes once in a process.
+TEST(ObjCdbRecord, AnExceptionInAFilerTellsOnceAndGivesTheFixedStatus) {
+    BeepRecorder beep;
+    ORV_CObjCdbRecord record("ab", 2);
+    for (int round = 0; round < 2; ++round) {
+        RecordingFiler in;
+        in.throwAt = 0;
+        EXPECT_EQ(static_cast<int>(record.dwgInFields(&in)), 67);
+        EXPECT_EQ(beep.lines().size(), 1u);
+    }
+    for (int round = 0; round < 2; ++round) {
+        RecordingFiler out;
+        out.throwAt = 0;
+        EXPECT_EQ(static_cast<int>(record.dwgOutFields(&out)), 2);
+        EXPECT_EQ(beep.lines().size(), 2u);
+    }
+    for (const std::wstring& line : beep.lines())
+        EXPECT_EQ(line.find(L"Kritischer Fehler in Vandril, "), 0u);
 }
 
 TEST(ObjCdbRecord, ADamagedLengthIsRefusedAndTakesNoMemory) {
@@ -128,19 +169,37 @@ TEST(ObjCdbRecord, ADamagedLengthIsRefusedAndTakesNoMemory) {
     }
 }
 
-TEST(ObjCdbRecord, AnExceptionInAFilerTellsOnceAndGivesTheFixedStatus) {
-    BeepRecorder beep;
-    ORV_CObjCdbRecord record("ab", 2);
-    RecordingFiler first;
-    first.throwAt = 0;
-    const int told = static_cast<int>(beep.lines().size());
-    EXPECT_EQ(static_cast<int>(record.dwgOutFields(&first)), 2);
-    EXPECT_EQ(static_cast<int>(beep.lines().size()), told + 1);
-    RecordingFiler second;
-    second.throwAt = 0;
-    EXPECT_EQ(static_cast<int>(record.dwgOutFields(&second)), 2);
-    EXPECT_EQ(static_cast<int>(beep.lines().size()), told + 1);
-    RecordingFiler reading;
-    reading.throwAt = 0;
-    EXPECT_EQ(static_cast<int>(record.dwgInFields(&reading)), 67);
+TEST(ObjCdbRecord, WritingGoesOnBehindAFailureAtTheVersionAndEndsInTheFilersStatus) {
+    const Texts all = {"writeInt16 0", "writeInt32 2", "writeBytes 2: 61 62"};
+    const ORV_CObjCdbRecord record("ab", 2);
+    ReportRecorder recorder;
+    RecordingFiler filer;
+    filer.failAt = baseWrites(filer.type);
+    EXPECT_EQ(record.dwgOutFields(&filer), Acad::eFilerError);
+    EXPECT_EQ(filer.filerStatus(), Acad::eFilerError);
+    EXPECT_EQ(ownCalls(filer), all);
+    EXPECT_EQ(recorder.size(), 0u) << "the host has a text for this status";
+
+    RecordingFiler unknown;
+    unknown.failAt = baseWrites(unknown.type);
+    unknown.failure = static_cast<Acad::ErrorStatus>(99999);
+    EXPECT_EQ(record.dwgOutFields(&unknown), static_cast<Acad::ErrorStatus>(99999));
+    EXPECT_EQ(ownCalls(unknown), all);
+    EXPECT_EQ(recorder.conditions(), Texts(3, "acadErrorStatusText(stat)"));
+}
+
+TEST(ObjCdbRecord, ReadingGoesOnBehindAFailureAtTheVersionAndEndsInTheFilersStatus) {
+    const Texts all = {"readInt16", "readInt32", "readBytes 0"};
+    ReportRecorder recorder;
+    for (const auto status : {Acad::eFilerError, static_cast<Acad::ErrorStatus>(99999)}) {
+        ORV_CObjCdbRecord record("old", 3);
+        RecordingFiler filer = fileFiler();
+        filer.failAt = baseReads(filer.type);
+        filer.failure = status;
+        EXPECT_EQ(record.dwgInFields(&filer), status);
+        EXPECT_EQ(filer.filerStatus(), status);
+        EXPECT_EQ(ownReads(filer), all);
+        EXPECT_EQ(record.getLen(), 0);
+    }
+    EXPECT_EQ(recorder.conditions(), Texts(3, "acadErrorStatusText(stat)")) << "none for the first status";
 }

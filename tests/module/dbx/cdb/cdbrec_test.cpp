@@ -3,6 +3,7 @@
 #include "embedded/memory_filer.h"
 #include "orvcore/warn_on_new_version.h"
 #include "support/beep_recorder.h"
+#include "support/own_calls.h"
 #include "support/recording_filer.h"
 #include "support/report_recorder.h"
 
@@ -12,7 +13,11 @@
 #include <vector>
 
 using orv::ORV_CdbRecord;
+using testing_support::baseReads;
+using testing_support::baseWrites;
 using testing_support::BeepRecorder;
+using testing_support::ownCalls;
+using testing_support::ownReads;
 using testing_support::RecordingFiler;
 using testing_support::ReportRecorder;
 using testing_support::Texts;
@@ -23,16 +28,6 @@ using Bytes = std::vector<std::uint8_t>;
 
 std::string contentOf(const ORV_CdbRecord& record) {
     return std::string(static_cast<const char*>(record.getDataPtr()), record.getDataSize());
-}
-
-// What the class files behind its base.
-template <class Record>
-Texts ownCalls(const RecordingFiler& filer, const Record&) {
-    RecordingFiler base;
-    base.type = filer.type;
-    struct Plain : AcDbObject {};
-    Plain().dwgOutFields(&base);
-    return Texts(filer.calls.begin() + static_cast<long long>(base.calls.size()), filer.calls.end());
 }
 
 } // namespace
@@ -55,7 +50,7 @@ TEST(CdbRecord, FilesVersionSizeBytesAndMagic) {
     RecordingFiler filer;
     filer.type = AcDb::kFileFiler;
     EXPECT_EQ(record.dwgOutFields(&filer), Acad::eOk);
-    EXPECT_EQ(ownCalls(filer, record),
+    EXPECT_EQ(ownCalls(filer),
               (Texts{"writeUInt32 1", "writeUInt32 3", "writeBytes 3: 01 02 ff", "writeUInt32 2885145922"}));
     EXPECT_EQ(ORV_CdbRecord::kMagic, 2885145922u);
     EXPECT_EQ(ORV_CdbRecord::kMagic, 0xabf7d542u);
@@ -81,7 +76,7 @@ TEST(CdbRecord, WithoutABlobFilesSizeZeroAndReadsBackEmpty) {
     RecordingFiler filer;
     filer.type = AcDb::kFileFiler;
     ASSERT_EQ(record.dwgOutFields(&filer), Acad::eOk);
-    EXPECT_EQ(ownCalls(filer, record), (Texts{"writeUInt32 1", "writeUInt32 0", "writeUInt32 2885145922"}));
+    EXPECT_EQ(ownCalls(filer), (Texts{"writeUInt32 1", "writeUInt32 0", "writeUInt32 2885145922"}));
 
     ORV_CdbRecord back("old", 3);
     RecordingFiler in;
@@ -160,4 +155,28 @@ TEST(CdbRecord, AnExceptionInAFilerTellsOnceAndGivesTheFixedStatus) {
         EXPECT_EQ(static_cast<int>(record.dwgOutFields(&out)), 2);
         EXPECT_EQ(beep.lines().size(), 2u);
     }
+}
+
+TEST(CdbRecord, WritingGoesOnBehindAFailureAtTheVersionAndEndsInTheFilersStatus) {
+    ReportRecorder recorder;
+    const ORV_CdbRecord record("ab", 2);
+    RecordingFiler filer;
+    filer.failAt = baseWrites(filer.type);
+    EXPECT_EQ(record.dwgOutFields(&filer), Acad::eFilerError);
+    EXPECT_EQ(filer.filerStatus(), Acad::eFilerError);
+    EXPECT_EQ(ownCalls(filer), (Texts{"writeUInt32 1", "writeUInt32 2", "writeUInt32 2885145922"}));
+    EXPECT_EQ(recorder.conditions(), (Texts{"es == es2"})) << "only the block checks its status";
+}
+
+TEST(CdbRecord, ReadingGoesOnBehindAFailureAtTheVersionAndEndsInTheFilersStatus) {
+    ReportRecorder recorder;
+    ORV_CdbRecord record("old", 3);
+    RecordingFiler filer;
+    filer.type = AcDb::kFileFiler;
+    filer.failAt = baseReads(filer.type);
+    EXPECT_EQ(record.dwgInFields(&filer), Acad::eFilerError);
+    EXPECT_EQ(filer.filerStatus(), Acad::eFilerError);
+    EXPECT_EQ(ownReads(filer), (Texts{"readUInt32", "readUInt32", "readUInt32"}));
+    EXPECT_EQ(recorder.conditions(), (Texts{"es == es2"}));
+    EXPECT_EQ(record.getDataSize(), 0u) << "the held content has been replaced by an empty one";
 }

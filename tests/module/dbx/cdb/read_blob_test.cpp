@@ -19,6 +19,21 @@ std::string textOf(const Blob& blob) {
     return std::string(reinterpret_cast<const char*>(blob.data()), blob.size());
 }
 
+// A foreign store whose record is 600 bytes long on the first read and becomes another one by the second.
+struct ChangingCdb : MapCdb {
+    ChangingCdb() { put(1, 1, {std::string(600, 'a')}); }
+    cd_error_t read(int kwh, int kwl, void* data, std::size_t& len, CdbReadWriteMode mode) const override {
+        if (log.size() == 1) {
+            if (fails)
+                return CD_ERR_FAILED;
+            const_cast<ChangingCdb*>(this)->put(1, 1, {std::string(second, 'b')});
+        }
+        return MapCdb::read(kwh, kwl, data, len, mode);
+    }
+    std::size_t second = 0;
+    bool fails = false;
+};
+
 } // namespace
 
 TEST(ReadBlob, AMissingKeyGivesAnEmptyBlobAndNoReport) {
@@ -88,4 +103,28 @@ TEST(ReadBlob, AMissingRecordIsNotLengthened) {
     std::size_t actual = 77;
     EXPECT_TRUE(readBlob(cdb, 1, 1, kFirstRecord, 100, &actual).is_empty());
     EXPECT_EQ(actual, 0u);
+}
+
+TEST(ReadBlob, ARecordThatIsShorterThan512OnTheSecondReadIsCutToIt) {
+    for (const std::size_t length : {std::size_t{511}, std::size_t{100}, std::size_t{1}}) {
+        ChangingCdb cdb;
+        cdb.second = length;
+        EXPECT_EQ(textOf(readBlob(cdb, 1, 1, kFirstRecord)), std::string(length, 'b'));
+        EXPECT_EQ(cdb.log, (Texts{"read 1/1 first", "read 1/1 same"}));
+    }
+}
+
+TEST(ReadBlob, ARecordOf512OrMoreOnTheSecondReadIsNotCut) {
+    ChangingCdb shorter;
+    shorter.second = 512;
+    EXPECT_EQ(textOf(readBlob(shorter, 1, 1, kFirstRecord)), std::string(512, 'b') + std::string(88, '\0'));
+    ChangingCdb longer;
+    longer.second = 700;
+    EXPECT_EQ(textOf(readBlob(longer, 1, 1, kFirstRecord)), std::string(600, 'b'));
+}
+
+TEST(ReadBlob, AFailureOfTheSecondReadIsNotLookedAt) {
+    ChangingCdb cdb;
+    cdb.fails = true;
+    EXPECT_EQ(textOf(readBlob(cdb, 1, 1, kFirstRecord)), std::string(512, 'a') + std::string(88, '\0'));
 }

@@ -1,5 +1,6 @@
 #include "common/cdbstubs/dbx_cdb_stubs.h"
 
+#include "platform/shared_library.h"
 #include "support/report_recorder.h"
 
 #include <gtest/gtest.h>
@@ -27,4 +28,12 @@ TEST(CdbStubs, EachReportsAndAnswersItsFixedValue) {
     expectAttempt([] { EXPECT_EQ(orv_cdb_getupdate_ex(), -1); });
     expectAttempt([] { EXPECT_EQ(orv_cdb_getname(), 0); });
     expectAttempt([] { EXPECT_EQ(orv_cdb_status(), 3); });
+}
+
+TEST(CdbStubs, TheModuleOffersThemUnderTheirPlainNames) {
+    const platform::ModuleHandle module = platform::moduleHandle(L"taldork191_x64.dbx");
+    ASSERT_NE(module, nullptr);
+    for (const char* const name : {"orv_cdb_free_ex", "orv_cdb_get", "orv_cdb_put", "orv_cdb_getupdate_ex",
+                                   "orv_cdb_getname", "orv_cdb_status"})
+        EXPECT_NE(platform::librarySymbol(module, name), nullptr) << name;
 }
