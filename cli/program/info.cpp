@@ -190,12 +190,16 @@ std::string forPeople(const Json& drawing) {
     text += "classes: " + std::to_string(drawing["classes"].size()) + "\n";
     for (const auto& row : drawing["classes"])
         text += "  " + std::to_string(row["number"].get<int>()) + "  " +
-                padRight(row["dxfname"].get<std::string>(), 32) +
-                padRight(row["cppname"].get<std::string>(), 32) + row["appname"].get<std::string>() + "\n";
+                padRight(row["dxfname"].get<std::string>(), 36) + " " +
+                padRight(row["cppname"].get<std::string>(), 38) + " " + row["appname"].get<std::string>() +
+                "\n";
     text += "layers: " + joined(drawing["layers"]) + "\n";
     text += "blocks: " + joined(drawing["blocks"]) + "\n";
     text += "named objects: " + joined(drawing["named_objects"]) + "\n";
-    text += "proxies: " + std::to_string(drawing["proxies"].size()) + "\n" + countsText(drawing["proxies"]);
+    std::size_t proxies = 0;
+    for (const auto& count : drawing["proxies"])
+        proxies += count.get<std::size_t>();
+    text += "proxies: " + std::to_string(proxies) + "\n" + countsText(drawing["proxies"]);
     return text + storesText(drawing["stores"]);
 }
 
