@@ -4,6 +4,7 @@
 #include "db/field_stream.h"
 #include "db/object_access.h"
 #include "db/open_close.h"
+#include "db/reactors/notices.h"
 #include "db/symbol_index.h"
 
 using namespace embedded;
@@ -37,6 +38,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
         ObjectAccess::setSettings(*entity, settings);
     }
     list.append(id);
+    notices::appended(*entity);
     return Acad::eOk;
 }
 
@@ -226,7 +228,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::dwgInFields(AcDbDwgFiler* filer) {
         in.handleCount(inserts);
         m_fields.inserts.assign(inserts, AcDbObjectId());
         fileIds(m_fields, in);
-        if (filer->filerType() != AcDb::kUndoFiler)
+        if (filer->filerType() == AcDb::kFileFiler)
             m_entities->forget();
     });
 }

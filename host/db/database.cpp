@@ -4,14 +4,13 @@
 #include "db/db_classes.h"
 #include "db/object_access.h"
 #include "db/open_close.h"
+#include "db/reactors/notices.h"
 #include "db/transactions.h"
 #include "dbapserv.h"
 #include "dbdict.h"
 #include "dbsymtb.h"
 #include "embedded/event_source.h"
 #include "embedded/host_start.h"
-
-#include <algorithm>
 
 using namespace embedded;
 
@@ -25,14 +24,6 @@ AcDbVoidPtrArray& activeDatabases() {
 }
 
 } // namespace
-
-bool AcDbVoidPtrArray::contains(const void* pointer) const {
-    return std::find(m_pointers.begin(), m_pointers.end(), pointer) != m_pointers.end();
-}
-
-void AcDbVoidPtrArray::remove(const void* pointer) {
-    m_pointers.erase(std::remove(m_pointers.begin(), m_pointers.end(), pointer), m_pointers.end());
-}
 
 const AcDbVoidPtrArray* acdbActiveDatabaseArray() { return &activeDatabases(); }
 
@@ -50,6 +41,7 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
 
 AcDbDatabase::~AcDbDatabase() {
     events::databaseToBeDestroyed(this);
+    notices::databaseGoes(*this);
     AcDbHostApplicationServices* services = acdbHostApplicationServices();
     if (services->workingDatabase() == this)
         services->setWorkingDatabase(nullptr);
@@ -92,6 +84,9 @@ AcDbObjectId AcDbDatabase::continuousLinetype() const { return m_core->roots.con
 AcDbObjectId AcDbDatabase::byLayerLinetype() const { return m_core->roots.byLayerLinetype; }
 AcDbObjectId AcDbDatabase::byBlockLinetype() const { return m_core->roots.byBlockLinetype; }
 AcDbObjectId AcDbDatabase::clayer() const { return m_core->roots.currentLayer; }
+AcGePoint3d AcDbDatabase::ucsorg() const { return m_core->ucs.origin; }
+AcGeVector3d AcDbDatabase::ucsxdir() const { return m_core->ucs.xAxis; }
+AcGeVector3d AcDbDatabase::ucsydir() const { return m_core->ucs.yAxis; }
 
 Acad::ErrorStatus AcDbDatabase::getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode) {
     return acdbOpenObject(table, blockTableId(), mode);
@@ -117,6 +112,7 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
     if (!object->objectId().isNull())
         return Acad::eAlreadyInDb;
     id = m_core->add(object);
+    notices::appended(*object);
     return Acad::eOk;
 }
 

@@ -52,7 +52,7 @@ AcDbObjectId DatabaseCore::addWithHandle(AcDbObject* object, std::uint64_t handl
     stub.object = object;
     stub.set(kOpenForWrite | kDirty | kNewSinceOpen | kWrittenSinceOpen);
     ObjectAccess::setId(*object, AcDbObjectId(&stub));
-    m_undo.recordErasedBit(stub, true);
+    m_undo.recordErasedBit(stub, true, true);
     ObjectAccess::undoScope(*object) = m_undo.scope();
     modified = true;
     return AcDbObjectId(&stub);

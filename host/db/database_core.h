@@ -25,6 +25,15 @@ struct RootIds {
         continuousLinetype, textStyleStandard, dimStyleStandard, mlineStyleStandard, currentLayer;
 };
 
+// Where a drawing's user works in model space, in world coordinates.
+struct UserCoordinateSystem {
+    AcGePoint3d origin;
+    AcGeVector3d xAxis = AcGeVector3d::kXAxis;
+    AcGeVector3d yAxis = AcGeVector3d::kYAxis;
+    // Set since the drawing was read: no entry of the table of coordinate systems stands behind it any more.
+    bool unnamed = false;
+};
+
 // What a file format keeps of a drawing beside its objects (header variables, class rows, sections as they
 // came).
 class DrawingFrame {
@@ -62,11 +71,13 @@ public:
 
     std::uint64_t handseed = 1; // the next handle to be given
     RootIds roots;
+    UserCoordinateSystem ucs;
     std::unique_ptr<ObjectSource> source;
     std::unique_ptr<DrawingFrame> frame;
     std::wstring fileName;
     std::wstring originalFileName;
     bool modified = false;
+    std::vector<AcDbDatabaseReactor*> reactors;
     // Permanently erased, then forgotten by saves and listings.
     void dropErased();
 

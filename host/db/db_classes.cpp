@@ -2,6 +2,7 @@
 
 #include "dbapserv.h"
 #include "dbdict.h"
+#include "dbidmap.h"
 #include "dbmain.h"
 #include "dbproxy.h"
 #include "dbtrans.h"
@@ -25,6 +26,7 @@ namespace embedded {
 
 void initDbClasses() {
     AcDbDwgFiler::rxInit();
+    AcDbDxfFiler::rxInit();
     AcDbHostApplicationServices::rxInit();
     AcDbDatabase::rxInit();
     AcTransaction::rxInit();
@@ -36,6 +38,10 @@ void initDbClasses() {
     AcDbDictionaryWithDefault::rxInit();
     AcDbProxyObject::rxInit();
     AcDbProxyEntity::rxInit();
+    AcDbIdMapping::rxInit();
+    AcDbIdMappingIter::rxInit();
+    AcDbObjectReactor::rxInit();
+    AcDbDatabaseReactor::rxInit();
     initSymbolTableClasses();
 }
 

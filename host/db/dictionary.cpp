@@ -6,6 +6,7 @@
 #include "db/name_table.h"
 #include "db/object_access.h"
 #include "db/open_close.h"
+#include "db/reactors/notices.h"
 
 using namespace embedded;
 
@@ -107,7 +108,8 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* name, AcDbObject* object, A
     if (!object->objectId().isNull() && object->database() != database())
         return Acad::eWrongDatabase;
     assertWriteEnabled(false);
-    if (object->objectId().isNull())
+    const bool fresh = object->objectId().isNull();
+    if (fresh)
         coreOf(objectId())->add(object);
     else
         object->assertWriteEnabled();
@@ -119,12 +121,15 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* name, AcDbObject* object, A
     const NameKey key(name);
     const std::size_t slot = m_names->find(key);
     recordChange(*this, *m_names, slot, key.text());
+    AcDbStub* before = nullptr;
     if (slot == NameTable::kNone) {
         m_names->append(key.text(), key.hash(), id);
-        return Acad::eOk;
+    } else {
+        before = m_names->at(slot).stub;
+        m_names->replace(slot, id);
     }
-    AcDbStub* before = m_names->at(slot).stub;
-    m_names->replace(slot, id);
+    if (fresh)
+        notices::appended(*object);
     if (before != nullptr && before != static_cast<AcDbStub*>(id))
         eraseOwned(*before, true);
     return Acad::eOk;

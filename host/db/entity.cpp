@@ -1,7 +1,9 @@
 #include "dbmain.h"
 
+#include "acutmem.h"
 #include "db/database_core.h"
 #include "db/line_weight.h"
+#include "db/symbol_index.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
 #include "rxclass.h"
@@ -23,6 +25,31 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, Adesk::Bool
     assertWriteEnabled();
     mLineWeightCode = code;
     return Acad::eOk;
+}
+
+ACHAR* AcDbEntity::layer() const {
+    assertReadEnabled();
+    if (mLayer.isNull())
+        return acutNewString(L"0");
+    // Not through an open: the name is there to be read whoever is at the layer's record meanwhile.
+    const AcDbSymbolTableRecord* record = mLayer.isValid() ? SymbolAccess::record(mLayer) : nullptr;
+    return record != nullptr ? acutNewString(SymbolAccess::name(*record).kACharPtr()) : nullptr;
+}
+
+Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* layer, Adesk::Boolean doSubents) {
+    if (layer == nullptr)
+        return Acad::eInvalidInput;
+    AcDbDatabase* db = database() != nullptr ? database() : acdbHostApplicationServices()->workingDatabase();
+    if (db == nullptr)
+        return Acad::eNoDatabase;
+    AcDbLayerTable* table = nullptr;
+    Acad::ErrorStatus es = db->getLayerTable(table, AcDb::kForRead);
+    if (es != Acad::eOk)
+        return es;
+    AcDbObjectId id;
+    es = table->getAt(layer, id);
+    table->close();
+    return es == Acad::eOk ? setLayer(id, doSubents) : es;
 }
 
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId layer, Adesk::Boolean) {

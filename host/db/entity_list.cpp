@@ -72,4 +72,22 @@ void BlockAccess::frame(AcDbBlockTableRecord& block, std::uint64_t beginHandle, 
     block.m_fields.end = addFrame(block, new AcDbBlockEnd, endHandle);
 }
 
+BlockAccess::Frame BlockAccess::frameOf(const AcDbBlockTableRecord& block) {
+    return {block.m_fields.begin, block.m_fields.end, block.m_fields.inserts, block.m_fields.layout};
+}
+
+void BlockAccess::setFrame(AcDbBlockTableRecord& block, const Frame& frame) {
+    block.m_fields.begin = frame.begin;
+    block.m_fields.end = frame.end;
+    block.m_fields.inserts = frame.inserts;
+    block.m_fields.layout = frame.layout;
+}
+
+void BlockAccess::disown(AcDbBlockTableRecord& block) {
+    setFrame(block, {AcDbObjectId(), AcDbObjectId(), {}, block.m_fields.layout});
+    block.m_fields.firstEntity.setNull();
+    block.m_fields.lastEntity.setNull();
+    block.m_entities->setRead({});
+}
+
 } // namespace embedded

@@ -42,6 +42,15 @@ struct BlockAccess {
     // Makes the framing entities of a fresh block; handle 0 is the next free one.
     static void frame(AcDbBlockTableRecord& block, std::uint64_t beginHandle = 0,
                       std::uint64_t endHandle = 0);
+    // What a copy of a block must not share with the other: frame, entities, references to it.
+    struct Frame {
+        AcDbObjectId begin, end;
+        std::vector<AcDbObjectId> inserts;
+        AcDbObjectId layout;
+    };
+    static Frame frameOf(const AcDbBlockTableRecord& block);
+    static void setFrame(AcDbBlockTableRecord& block, const Frame& frame);
+    static void disown(AcDbBlockTableRecord& block);
     static void setAnonymous(AcDbBlockTableRecord& block) { block.m_fields.anonymous = true; }
 };
 

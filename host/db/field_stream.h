@@ -8,6 +8,7 @@
 #include "gevec3d.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -49,6 +50,29 @@ public:
             value = m_file->readRawDouble();
         else
             real(value);
+    }
+    // DD: as its difference from a value that both sides know.
+    void realBy(double& value, double known) {
+        if (m_file != nullptr)
+            value = m_file->readDoubleWithDefault(known);
+        else
+            real(value);
+    }
+    void thickness(double& value) { // BT
+        Adesk::UInt8 none = 0;
+        if (m_file != nullptr)
+            bits(none, 1);
+        value = 0.0;
+        if (none == 0)
+            real(value);
+    }
+    void extrusion(AcGeVector3d& value) { // BE
+        Adesk::UInt8 up = 0;
+        if (m_file != nullptr)
+            bits(up, 1);
+        value = AcGeVector3d::kZAxis;
+        if (up == 0)
+            vector(value);
     }
     void rawPoint(AcGePoint2d& value) { // 2RD
         rawReal(value.x);
@@ -121,6 +145,28 @@ public:
         else
             real(value);
     }
+    void realBy(double value, double known) {
+        if (m_file != nullptr)
+            m_file->writeDoubleWithDefault(value, known);
+        else
+            real(value);
+    }
+    // A negative zero has a sign to keep, so it takes the long form.
+    void thickness(double value) {
+        const bool none = m_file != nullptr && isPlainZero(value);
+        if (m_file != nullptr)
+            bits(none ? 1 : 0, 1);
+        if (!none)
+            real(value);
+    }
+    void extrusion(const AcGeVector3d& value) {
+        const bool up = m_file != nullptr && isPlainZero(value.x) && isPlainZero(value.y) && value.z == 1.0;
+        if (m_file != nullptr)
+            bits(up ? 1 : 0, 1);
+        if (!up)
+            vector(value);
+    }
+    static bool isPlainZero(double value) { return value == 0.0 && !std::signbit(value); }
     void rawPoint(const AcGePoint2d& value) {
         rawReal(value.x);
         rawReal(value.y);

@@ -3,6 +3,7 @@
 #include "db/database_core.h"
 #include "db/object_access.h"
 #include "db/open_close.h"
+#include "db/reactors/notices.h"
 #include "dbproxy.h"
 #include "rxclass.h"
 #include "rxdefs.h"
@@ -13,7 +14,11 @@ using namespace embedded;
 
 AcDbObject::AcDbObject() = default;
 
-AcDbObject::~AcDbObject() { delete mExtras; }
+AcDbObject::~AcDbObject() {
+    if (mExtras != nullptr && !mExtras->transientReactors.empty())
+        notices::goodbye(*this);
+    delete mExtras;
+}
 
 AcDbDatabase* AcDbObject::database() const { return mId.database(); }
 
@@ -86,6 +91,7 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
     }
     // Only now: a refused erase leaves no trace, neither in the history nor on the object.
     assertWriteEnabled(false);
+    stub.bits ^= kEraseToggled;
     coreOf(&stub)->undo().recordErasedBit(stub, !erased);
     if (mExtras != nullptr && !mExtras->extensionDictionary.isNull())
         eraseOwned(*static_cast<AcDbStub*>(mExtras->extensionDictionary), erased);
@@ -127,8 +133,11 @@ void AcDbObject::assertWriteEnabled(Adesk::Boolean autoUndo, Adesk::Boolean reco
     if (!stub.has(kOpenForWrite | kUndoing))
         acrx_abort(L"%s is written without being open for it (eNotOpenForWrite)", isA()->name());
     if (recordModified) {
-        stub.set(kWrittenSinceOpen | kDirty);
+        const bool first = stub.has(kOpenForWrite) && !stub.has(kWrittenSinceOpen | kUndoing);
+        stub.set(stub.has(kOpenForWrite) ? kWrittenSinceOpen | kDirty : kDirty);
         stub.tag->core->modified = true;
+        if (first)
+            notices::openedForModify(*this);
     }
     if (!autoUndo || (mBits & kUndoDisabled) != 0)
         return;
@@ -136,6 +145,7 @@ void AcDbObject::assertWriteEnabled(Adesk::Boolean autoUndo, Adesk::Boolean reco
     if (undo.recording() && !undo.active() && mUndoScope != undo.scope()) {
         undo.recordState(*this);
         mUndoScope = undo.scope();
+        stub.set(kStateSinceOpen);
     }
 }
 
@@ -174,6 +184,7 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
     auto* dictionary = new AcDbDictionary;
     extras.extensionDictionary = coreOf(mId)->add(dictionary);
     ObjectAccess::setOwner(*dictionary, mId);
+    notices::appended(*dictionary);
     return dictionary->close();
 }
 

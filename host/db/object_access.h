@@ -24,6 +24,8 @@ struct ObjectExtras {
     // The preview graphics of an entity in the file; kept as bytes.
     std::vector<std::uint8_t> graphics;
     bool hasGraphics = false;
+    // Not filed, and not copied.
+    std::vector<AcDbObjectReactor*> transientReactors;
 };
 
 // The bytes of an object that the host does not understand: what lies between the common data and the end of
@@ -47,7 +49,9 @@ enum ObjectBits : std::uint32_t {
     // every
     // record has it and nothing else.
     kOwnerIsReactor = 1,
-    kUndoDisabled = 2
+    kUndoDisabled = 2,
+    // An entity has asked to be drawn anew.
+    kGraphicsModified = 4
 };
 
 // What the host's own rooms may touch of an object and its public operations do not show.

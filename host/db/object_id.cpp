@@ -67,3 +67,6 @@ bool AcDbObjectId::operator<(const AcDbObjectId& other) const {
         return mId->tag->serial < other.mId->tag->serial;
     return mId->handle < other.mId->handle;
 }
+
+Adesk::Boolean c5ObjIdIsLessThan(const AcDbObjectId& a, const AcDbObjectId& b) { return a < b; }
+Adesk::Boolean c5ObjIdIsEqualTo(const AcDbObjectId& a, const AcDbObjectId& b) { return a == b; }

@@ -2,6 +2,7 @@
 
 #include "db/database_core.h"
 #include "db/object_access.h"
+#include "db/reactors/notices.h"
 
 namespace embedded {
 
@@ -26,6 +27,17 @@ Acad::ErrorStatus refusal(const AcDbStub& stub, AcDb::OpenMode mode) {
         return stub.has(kOpenForNotify) ? Acad::eWasOpenForNotify : Acad::eOk;
     }
     return Acad::eInvalidInput;
+}
+
+// What happened to an object since it was opened for write. The marks go first: a reactor may change it
+// again.
+void tellOfChanges(AcDbStub& stub) {
+    const std::uint32_t marks = stub.bits & kOpenMarks;
+    stub.clear(kEraseToggled);
+    if ((marks & kWrittenSinceOpen) != 0 && (marks & kNewSinceOpen) == 0)
+        notices::modified(*stub.object);
+    if ((marks & kEraseToggled) != 0)
+        notices::erased(*stub.object, stub.has(kErased));
 }
 
 } // namespace
@@ -53,9 +65,10 @@ Acad::ErrorStatus openStub(AcDbStub* stub, AcDb::OpenMode mode, bool openErased,
         return es;
     if (mode == AcDb::kForRead)
         ++stub->bits;
-    else if (mode == AcDb::kForWrite)
+    else if (mode == AcDb::kForWrite) {
         stub->set(kOpenForWrite);
-    else
+        ObjectAccess::bits(*opened) &= ~static_cast<std::uint32_t>(kGraphicsModified);
+    } else
         stub->set(kOpenForNotify);
     object = opened;
     return Acad::eOk;
@@ -67,12 +80,17 @@ Acad::ErrorStatus closeStub(AcDbStub& stub) {
     Acad::ErrorStatus es = ObjectAccess::subClose(*stub.object);
     if (es != Acad::eOk)
         return es;
-    if (stub.has(kOpenForNotify) && !stub.has(kOpenForWrite) && stub.readers() == 0)
+    if (stub.has(kOpenForNotify) && !stub.has(kOpenForWrite) && stub.readers() == 0) {
         stub.clear(kOpenForNotify);
-    else if (stub.has(kOpenForWrite))
-        stub.clear(kOpenForWrite | kNewSinceOpen | kWrittenSinceOpen);
-    else
+        return Acad::eOk;
+    }
+    if (stub.has(kOpenForWrite)) {
+        tellOfChanges(stub);
+        stub.clear(kOpenForWrite | kOpenMarks);
+    } else {
         --stub.bits;
+    }
+    notices::closed(*stub.object);
     return Acad::eOk;
 }
 
@@ -94,7 +112,8 @@ Acad::ErrorStatus upgradeStub(AcDbStub& stub) {
 Acad::ErrorStatus downgradeStub(AcDbStub& stub) {
     if (!stub.has(kOpenForWrite))
         return Acad::eNotOpenForWrite;
-    stub.clear(kOpenForWrite | kNewSinceOpen | kWrittenSinceOpen);
+    tellOfChanges(stub);
+    stub.clear(kOpenForWrite | kOpenMarks);
     ++stub.bits;
     return Acad::eOk;
 }
@@ -106,7 +125,7 @@ void eraseOwned(AcDbStub& stub, bool erasing) {
     if (stub.tag->core->resident(stub, object) != Acad::eOk)
         return;
     // The owner's going decides, whoever else has the object open now.
-    const std::uint32_t before = stub.bits & (kOpenForWrite | kWrittenSinceOpen);
+    const std::uint32_t before = stub.bits & (kOpenForWrite | kOpenMarks);
     stub.set(kOpenForWrite);
     if (object->erase(erasing) != Acad::eOk) {
         // A proxy that refuses to go, say: without its owner it would be an object that nothing leads to.
@@ -115,7 +134,8 @@ void eraseOwned(AcDbStub& stub, bool erasing) {
         stub.set(kDirty);
     }
     if ((before & kOpenForWrite) == 0) {
-        stub.clear(kOpenForWrite | kWrittenSinceOpen);
+        tellOfChanges(stub);
+        stub.clear(kOpenForWrite | kOpenMarks);
         stub.set(before);
     }
 }

@@ -32,7 +32,11 @@ enum StubBits : std::uint32_t {
     kNewSinceOpen = 1u << 18,     // added to the database during the present open
     kWrittenSinceOpen = 1u << 19, // assertWriteEnabled passed during the present open
     kUndoing = 1u << 20,          // an undo or redo is putting a state back
-    kLoading = 1u << 21           // the object is being made from its bytes: its writes are no changes
+    kLoading = 1u << 21,          // the object is being made from its bytes: its writes are no changes
+    kEraseToggled = 1u << 22,     // erased or brought back during the present open
+    kStateSinceOpen = 1u << 23, // its state was taken down for undo during the present open, before a change
+    // What lasts as long as an opening for write.
+    kOpenMarks = kNewSinceOpen | kWrittenSinceOpen | kEraseToggled | kStateSinceOpen
 };
 
 constexpr std::uint32_t kMaxReaders = 256;

@@ -3,6 +3,7 @@
 #include "db/database_core.h"
 #include "db/field_stream.h"
 #include "db/object_access.h"
+#include "db/reactors/notices.h"
 #include "db/symbol_index.h"
 
 using namespace embedded;
@@ -68,6 +69,7 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     id = coreOf(objectId())->add(record);
     ObjectAccess::setOwner(*record, objectId());
     m_index->append(id);
+    notices::appended(*record);
     return Acad::eOk;
 }
 

@@ -2,6 +2,7 @@
 
 #include "db/database_core.h"
 #include "db/object_access.h"
+#include "db/reactors/notices.h"
 #include "dbmain.h"
 #include "embedded/memory_filer.h"
 
@@ -60,10 +61,10 @@ UndoLog::Side& UndoLog::sink() {
     return m_undo;
 }
 
-void UndoLog::recordErasedBit(AcDbStub& stub, bool erasedBefore) {
+void UndoLog::recordErasedBit(AcDbStub& stub, bool erasedBefore, bool made) {
     if (!m_recording || m_discard)
         return;
-    sink().records.push_back({&stub, erasedBefore, Kind::ErasedBit});
+    sink().records.push_back({&stub, (erasedBefore ? 1 : 0) | (made ? kMade : 0), Kind::ErasedBit});
 }
 
 void UndoLog::recordState(AcDbObject& object) {
@@ -87,12 +88,16 @@ AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
 void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t length) {
     AcDbStub& stub = *record.stub;
     if (record.kind == Kind::ErasedBit) {
-        recordErasedBit(stub, stub.has(kErased));
-        if (record.offset != 0)
-            stub.set(kErased);
-        else
-            stub.clear(kErased);
+        const bool made = (record.offset & kMade) != 0;
+        const bool erased = (record.offset & ~kMade) != 0;
+        recordErasedBit(stub, stub.has(kErased), made);
+        erased ? stub.set(kErased) : stub.clear(kErased);
         stub.set(kDirty);
+        if (stub.object != nullptr) {
+            stub.set(kUndoing);
+            made ? notices::remade(*stub.object, !erased) : notices::erased(*stub.object, erased);
+            stub.clear(kUndoing);
+        }
         return;
     }
     AcDbObject* object = stub.object;
@@ -108,7 +113,22 @@ void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t
         filer.readAddress(&classOfRecord);
         object->applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
     }
+    notices::undone(*object);
     stub.clear(kUndoing);
+}
+
+bool UndoLog::restoreState(AcDbObject& object) {
+    AcDbStub* stub = object.objectId();
+    for (std::size_t i = m_undo.records.size(); i-- > 0;) {
+        const Record& record = m_undo.records[i];
+        if (record.kind != Kind::State || record.stub != stub)
+            continue;
+        const std::vector<std::uint8_t> bytes(
+            m_undo.bytes.begin() + static_cast<std::ptrdiff_t>(record.offset), m_undo.bytes.end());
+        MemoryFiler filer(AcDb::kUndoFiler, bytes.data(), bytes.size());
+        return object.dwgInFields(&filer) == Acad::eOk;
+    }
+    return false;
 }
 
 void UndoLog::applyDownTo(Side& side, std::size_t mark) {

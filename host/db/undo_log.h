@@ -36,13 +36,16 @@ public:
     // record.
     std::uint32_t scope() const { return m_scope; }
 
-    void recordErasedBit(AcDbStub& stub, bool erasedBefore);
+    // `made`: the object comes into being, rather than back.
+    void recordErasedBit(AcDbStub& stub, bool erasedBefore, bool made = false);
     void recordState(AcDbObject& object);
     // The stream of a new partial record; null while nothing is recorded.
     AcDbDwgFiler* beginPartial(AcDbObject& object);
 
     // Takes back everything since `mark`, for good. False if the history doesn't reach back that far.
     bool rollBack(std::size_t mark);
+    // Gives an object the state back that was last taken down of it. False if there is none.
+    bool restoreState(AcDbObject& object);
     // False if there is nothing to undo or redo.
     bool undo();
     bool redo();
@@ -53,10 +56,11 @@ public:
 
 private:
     enum class Kind : std::uint32_t { ErasedBit, State, Partial };
+    static constexpr std::size_t kMade = 2;
 
     struct Record {
         AcDbStub* stub;
-        std::size_t offset; // of its bytes; for ErasedBit the bit itself
+        std::size_t offset; // of its bytes; for ErasedBit the bit itself, and kMade
         Kind kind;
     };
 

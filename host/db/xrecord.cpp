@@ -35,8 +35,40 @@ void AcDbXrecord::setMergeStyle(AcDb::DuplicateRecordCloning style) {
 namespace {
 
 // The codes that tell a strength; the file also has such that tell where an object stands, and no strength.
+constexpr Adesk::UInt8 kSoftOwnerCode = 2;
+constexpr Adesk::UInt8 kHardOwnerCode = 3;
 constexpr Adesk::UInt8 kSoftPointerCode = 4;
-constexpr Adesk::UInt8 kLastStrength = 5;
+constexpr Adesk::UInt8 kHardPointerCode = 5;
+constexpr Adesk::UInt8 kLastStrength = kHardPointerCode;
+
+// A filer that clones tells by the operation what is owned and what is hard.
+void writeByStrength(AcDbDwgFiler& filer, const AcDbXrecord::Reference& reference) {
+    if (reference.code == kSoftOwnerCode)
+        filer.writeSoftOwnershipId(reference.id);
+    else if (reference.code == kHardOwnerCode)
+        filer.writeHardOwnershipId(reference.id);
+    else if (reference.code == kHardPointerCode)
+        filer.writeHardPointerId(reference.id);
+    else
+        filer.writeSoftPointerId(reference.id);
+}
+
+template <class Id>
+AcDbObjectId read(AcDbDwgFiler& filer, Acad::ErrorStatus (AcDbDwgFiler::*operation)(Id*)) {
+    Id id;
+    (filer.*operation)(&id);
+    return id;
+}
+
+AcDbObjectId readByStrength(AcDbDwgFiler& filer, Adesk::UInt8 code) {
+    if (code == kSoftOwnerCode)
+        return read(filer, &AcDbDwgFiler::readSoftOwnershipId);
+    if (code == kHardOwnerCode)
+        return read(filer, &AcDbDwgFiler::readHardOwnershipId);
+    if (code == kHardPointerCode)
+        return read(filer, &AcDbDwgFiler::readHardPointerId);
+    return read(filer, &AcDbDwgFiler::readSoftPointerId);
+}
 
 // The drawing file ends the references where its handles end.
 void writeReferences(AcDbDwgFiler& filer, const std::vector<AcDbXrecord::Reference>& references) {
@@ -48,7 +80,7 @@ void writeReferences(AcDbDwgFiler& filer, const std::vector<AcDbXrecord::Referen
             file->writeId(reference.code, reference.id);
         } else {
             filer.writeUInt8(reference.code);
-            filer.writeSoftPointerId(reference.id);
+            writeByStrength(filer, reference);
         }
     }
 }
@@ -69,10 +101,8 @@ std::vector<AcDbXrecord::Reference> readReferences(AcDbDwgFiler& filer) {
             if (reference.code > kLastStrength)
                 reference.code = kSoftPointerCode;
         } else {
-            AcDbSoftPointerId id;
             filer.readUInt8(&reference.code);
-            filer.readSoftPointerId(&id);
-            reference.id = id;
+            reference.id = readByStrength(filer, reference.code);
         }
         references.push_back(reference);
     }

@@ -1,5 +1,6 @@
 #include "dwg/block_chains.h"
 
+#include "db/entities/reference_access.h"
 #include "db/entity_list.h"
 #include "dbsymtb.h"
 
@@ -14,6 +15,17 @@ bool envelopeOf(FileFrame& frame, const AcDbStub& stub, ObjectParts& parts) {
     const ObjectKind* kind = frame.kinds.find(typeOf(body));
     std::string why;
     return kind != nullptr && kind->isEntity && readEnvelope(body, true, parts, why);
+}
+
+// A block's record owns entities in a chain, and so does a reference to a block.
+bool ownsAChain(const AcDbObject& object) {
+    return object.isKindOf(AcDbBlockTableRecord::desc()) || object.isKindOf(AcDbBlockReference::desc());
+}
+
+std::vector<AcDbStub*> chainOf(const AcDbObject& owner) {
+    if (const auto* reference = AcDbBlockReference::cast(&owner))
+        return ReferenceAccess::liveAttributes(*reference);
+    return BlockAccess::entities(static_cast<const AcDbBlockTableRecord&>(owner)).live();
 }
 
 } // namespace
@@ -34,8 +46,7 @@ void BlockChains::collectRecords(std::unordered_set<AcDbStub*>& records) {
     std::unordered_set<AcDbStub*> bereft;
     m_core.stubs().forEach([&](AcDbStub& stub) {
         const bool gone = stub.has(kErased | kPermanentlyErased);
-        if (!gone && stub.has(kDirty) && stub.object != nullptr &&
-            stub.object->isKindOf(AcDbBlockTableRecord::desc()))
+        if (!gone && stub.has(kDirty) && stub.object != nullptr && ownsAChain(*stub.object))
             records.insert(&stub);
         ObjectParts parts;
         if (!gone || !envelopeOf(m_frame, stub, parts))
@@ -52,14 +63,13 @@ void BlockChains::collectRecords(std::unordered_set<AcDbStub*>& records) {
     for (AcDbStub* record : bereft) {
         AcDbObject* object = nullptr;
         if (record != nullptr && !record->has(kErased | kPermanentlyErased) &&
-            m_core.resident(*record, object) == Acad::eOk && object->isKindOf(AcDbBlockTableRecord::desc()))
+            m_core.resident(*record, object) == Acad::eOk && ownsAChain(*object))
             records.insert(record);
     }
 }
 
 void BlockChains::chain(AcDbStub& record) {
-    const auto& block = static_cast<const AcDbBlockTableRecord&>(*record.object);
-    const std::vector<AcDbStub*> entities = BlockAccess::entities(block).live();
+    const std::vector<AcDbStub*> entities = chainOf(*record.object);
     for (std::size_t i = 0; i < entities.size(); ++i) {
         EntityLinks links;
         links.previous = i > 0 ? entities[i - 1]->handle : 0;

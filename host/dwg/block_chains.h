@@ -10,7 +10,7 @@
 namespace embedded::dwg {
 
 // How the entities of changed blocks are to be chained in a file: those of blocks whose record was written
-// to, and of blocks that have lost an entity.
+// to, and of blocks that have lost an entity. The attributes of block references likewise.
 class BlockChains {
 public:
     BlockChains(DatabaseCore& core, FileFrame& frame);

@@ -1,5 +1,6 @@
 #include "dwg/drawing_writer.h"
 
+#include "db/entities/reference_lists.h"
 #include "dwg/block_chains.h"
 #include "dwg/container_r2000.h"
 #include "dwg/file_error.h"
@@ -145,6 +146,7 @@ private:
 
 Acad::ErrorStatus writeDrawing(DatabaseCore& core, FileFrame& frame, Bytes& file, std::string& error) {
     try {
+        bringReferenceListsUpToDate(core);
         return Writer(core, frame).write(file, error);
     } catch (const FileError& failure) {
         error = failure.what();

@@ -34,10 +34,27 @@ HandleReference ObjectEncoder::referenceTo(std::uint8_t code, AcDbObjectId id) c
 
 std::uint16_t ObjectEncoder::typeNumberOf(const AcDbObject& object) {
     if (const ObjectBody* body = ObjectAccess::body(object))
-        return body->fileType;
+        return body->fileType != 0 ? body->fileType : rowFor(*body, object.isKindOf(AcDbEntity::desc()));
     std::uint16_t& number = m_typeNumbers[object.isA()];
     if (number == 0)
         number = typeNumberOf(*object.isA());
+    return number;
+}
+
+// The class of an object that came from another drawing, where it had another number.
+std::uint16_t ObjectEncoder::rowFor(const ObjectBody& body, bool isEntity) {
+    const std::string className = m_frame.text.encode(body.className);
+    if (const ClassRow* row = m_frame.classes.find(className))
+        return row->number;
+    ClassRow row;
+    row.className = className;
+    row.dxfName = m_frame.text.encode(body.dxfName);
+    row.application = m_frame.text.encode(body.application);
+    row.proxyFlags = static_cast<std::uint16_t>(body.proxyFlags);
+    row.itemClass = isEntity ? ClassRow::kEntities : ClassRow::kObjects;
+    const std::uint16_t number = m_frame.classes.add(std::move(row));
+    if (number == 0)
+        m_reason = "the class table is full";
     return number;
 }
 

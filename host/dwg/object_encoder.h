@@ -32,6 +32,7 @@ private:
     // 0, with the reason noted, if there can be none.
     std::uint16_t typeNumberOf(const AcDbObject& object);
     std::uint16_t typeNumberOf(const AcRxClass& filed);
+    std::uint16_t rowFor(const ObjectBody& body, bool isEntity);
     ObjectEnvelope envelopeOf(const AcDbStub& stub, const AcDbObject& object, const EntityLinks& links) const;
     void fillEntity(const AcDbEntity& entity, ObjectEnvelope& envelope) const;
     HandleReference referenceTo(std::uint8_t code, AcDbObjectId id) const;

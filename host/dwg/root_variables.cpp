@@ -89,6 +89,26 @@ void readNamedRoots(DatabaseCore& core, const DrawingParts& parts) {
     }
 }
 
+// The same numbers go back bit for bit, whatever they are.
+void readCoordinateSystem(UserCoordinateSystem& ucs, const HeaderVariables& variables) {
+    const Triple& origin = variables.triple("UCSORG");
+    const Triple& xAxis = variables.triple("UCSXDIR");
+    const Triple& yAxis = variables.triple("UCSYDIR");
+    ucs.origin.set(origin.x, origin.y, origin.z);
+    ucs.xAxis.set(xAxis.x, xAxis.y, xAxis.z);
+    ucs.yAxis.set(yAxis.x, yAxis.y, yAxis.z);
+}
+
+void writeCoordinateSystem(const UserCoordinateSystem& ucs, HeaderVariables& variables) {
+    variables.setTriple("UCSORG", {ucs.origin.x, ucs.origin.y, ucs.origin.z});
+    variables.setTriple("UCSXDIR", {ucs.xAxis.x, ucs.xAxis.y, ucs.xAxis.z});
+    variables.setTriple("UCSYDIR", {ucs.yAxis.x, ucs.yAxis.y, ucs.yAxis.z});
+    if (ucs.unnamed) {
+        variables.setHandle("UCSNAME", 0);
+        variables.setNumber("UCSORTHOVIEW", 0);
+    }
+}
+
 } // namespace
 
 void requireRoots(const FileFrame& frame) {
@@ -103,6 +123,7 @@ void readRoots(DatabaseCore& core, const FileFrame& frame) {
     for (const Root& root : kRoots)
         core.roots.*root.id = core.idOf(frame.variables.handle(root.variable));
     readNamedRoots(core, frame.parts);
+    readCoordinateSystem(core.ucs, frame.variables);
 }
 
 void writeRoots(const DatabaseCore& core, FileFrame& frame) {
@@ -117,6 +138,7 @@ void writeRoots(const DatabaseCore& core, FileFrame& frame) {
             put(setting);
     }
     frame.variables.setHandle("HANDSEED", core.handseed);
+    writeCoordinateSystem(core.ucs, frame.variables);
 }
 
 RootHandles rootHandles(const HeaderVariables& variables) {

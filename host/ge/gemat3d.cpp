@@ -1,44 +1,50 @@
 #include "gemat3d.h"
 
-AcGeMatrix3d::AcGeMatrix3d() { setToIdentity(); }
+#include "ge/eigen_views.h"
 
-AcGeMatrix3d& AcGeMatrix3d::setToIdentity() {
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column)
-            entry[row][column] = row == column ? 1.0 : 0.0;
-    return *this;
-}
+using namespace embedded::ge;
 
-AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& other) const {
+AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& right) const {
     AcGeMatrix3d product;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column) {
-            double sum = 0.0;
-            for (int inner = 0; inner < 4; ++inner)
-                sum += entry[row][inner] * other.entry[inner][column];
-            product.entry[row][column] = sum;
-        }
+    view(product) = view(*this) * view(right);
     return product;
 }
 
-AcGeMatrix3d& AcGeMatrix3d::setToTranslation(const AcGeVector3d& vector) {
-    return setToIdentity().setTranslation(vector);
+AcGeMatrix3d AcGeMatrix3d::inverse(const AcGeTol& tol) const { return embedded::ge::inverse<4>(*this, tol); }
+
+Adesk::Boolean AcGeMatrix3d::isSingular(const AcGeTol& tol) const {
+    return embedded::ge::isSingular<4>(*this, tol);
 }
 
-AcGeMatrix3d& AcGeMatrix3d::setToScaling(double factor, const AcGePoint3d& centre) {
-    setToIdentity();
-    for (int axis = 0; axis < 3; ++axis)
-        entry[axis][axis] = factor;
-    return setTranslation(centre.asVector() * (1.0 - factor));
+AcGeMatrix3d AcGeMatrix3d::transpose() const {
+    AcGeMatrix3d result;
+    view(result) = view(*this).transpose();
+    return result;
 }
+
+double AcGeMatrix3d::det() const { return view(*this).determinant(); }
+
+Adesk::Boolean AcGeMatrix3d::isEqualTo(const AcGeMatrix3d& other, const AcGeTol& tol) const {
+    return entriesAreEqual(*this, other, tol);
+}
+
+Adesk::Boolean AcGeMatrix3d::isUniScaledOrtho(const AcGeTol& tol) const {
+    return isScaledOrtho(tol) && isUniform<4>(*this, tol);
+}
+
+Adesk::Boolean AcGeMatrix3d::isScaledOrtho(const AcGeTol& tol) const {
+    return columnsArePerpendicular<4>(*this, tol);
+}
+
+double AcGeMatrix3d::scale() const { return longestColumn<4>(*this); }
+
+double AcGeMatrix3d::norm() const { return linearPart<4>(*this).cwiseAbs().colwise().sum().maxCoeff(); }
 
 AcGeMatrix3d& AcGeMatrix3d::setTranslation(const AcGeVector3d& vector) {
     for (unsigned int row = 0; row < 3; ++row)
         entry[row][3] = vector[row];
     return *this;
 }
-
-AcGeVector3d AcGeMatrix3d::translation() const { return {entry[0][3], entry[1][3], entry[2][3]}; }
 
 AcGeMatrix3d& AcGeMatrix3d::setCoordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis,
                                            const AcGeVector3d& yAxis, const AcGeVector3d& zAxis) {
@@ -62,25 +68,21 @@ void AcGeMatrix3d::getCoordSystem(AcGePoint3d& origin, AcGeVector3d& xAxis, AcGe
     }
 }
 
-bool AcGeMatrix3d::isEqualTo(const AcGeMatrix3d& other, const AcGeTol& tol) const {
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column)
-            if (std::fabs(entry[row][column] - other.entry[row][column]) > tol.equalVector())
-                return false;
-    return true;
-}
-
-AcGeVector3d operator*(const AcGeMatrix3d& matrix, const AcGeVector3d& vector) {
-    AcGeVector3d result;
-    for (unsigned int row = 0; row < 3; ++row)
-        result[row] = matrix(row, 0) * vector.x + matrix(row, 1) * vector.y + matrix(row, 2) * vector.z;
+AcGeMatrix2d AcGeMatrix3d::convertToLocal(AcGeVector3d& normal, double& elev) const {
+    const AcGeMatrix3d drawn = *this * AcGeMatrix3d::planeToWorld(normal);
+    AcGePoint3d origin;
+    AcGeVector3d xAxis;
+    AcGeVector3d yAxis;
+    AcGeVector3d zAxis;
+    drawn.getCoordSystem(origin, xAxis, yAxis, zAxis);
+    origin += zAxis * elev;
+    normal = xAxis.crossProduct(yAxis).normal();
+    const AcGeMatrix3d local = AcGeMatrix3d::worldToPlane(normal);
+    const AcGePoint3d place = local * origin;
+    elev = place.z;
+    xAxis.transformBy(local);
+    yAxis.transformBy(local);
+    AcGeMatrix2d result;
+    result.setCoordSystem({place.x, place.y}, {xAxis.x, xAxis.y}, {yAxis.x, yAxis.y});
     return result;
 }
-
-AcGePoint3d operator*(const AcGeMatrix3d& matrix, const AcGePoint3d& point) {
-    const AcGeVector3d turned = matrix * point.asVector() + matrix.translation();
-    return {turned.x, turned.y, turned.z};
-}
-
-AcGeVector3d& AcGeVector3d::transformBy(const AcGeMatrix3d& matrix) { return *this = matrix * *this; }
-AcGePoint3d& AcGePoint3d::transformBy(const AcGeMatrix3d& matrix) { return *this = matrix * *this; }

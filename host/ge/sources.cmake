@@ -1,4 +1,14 @@
 set(HOST_GE_SOURCES
   ge_globals.cpp
+  gelent3d.cpp
+  gemat2d.cpp
   gemat3d.cpp
+  gemat3d_setters.cpp
+  geplanar.cpp
+  geplane.cpp
+  gepnt2d.cpp
+  gepnt3d.cpp
+  gescl3d.cpp
+  gevec2d.cpp
+  gevec3d.cpp
 )

@@ -4,6 +4,7 @@
 #include "embedded/demand_load.h"
 #include "embedded/linker.h"
 #include "platform/files.h"
+#include "platform/text.h"
 #include "rx/module_finder.h"
 #include "rx/sys_registry.h"
 #include "rxclass.h"
@@ -230,6 +231,22 @@ void DynamicLinker::removeReactor(AcRxDLinkerReactor* reactor) {
     m_reactors.erase(std::remove(m_reactors.begin(), m_reactors.end(), reactor), m_reactors.end());
 }
 
+// What goes wrong inside one application must keep neither the others from the message nor the host from what
+// it is about.
+AcRx::AppRetCode DynamicLinker::send(const LoadedModule& module, AcRx::AppMsgCode message, void* packet) {
+    std::string what;
+    try {
+        return module.entry(message, packet);
+    } catch (const std::exception& failure) {
+        what = failure.what();
+    } catch (...) {
+        what = "unknown";
+    }
+    writeToConsole(module.application.name + L": exception in message " + std::to_wstring(message) + L": " +
+                   platform::fromUtf8(what) + L"\n");
+    return AcRx::kRetError;
+}
+
 AcRx::AppRetCode DynamicLinker::sendToAll(AcRx::AppMsgCode message, void* packet) {
     std::vector<const LoadedModule*> now;
     for (const auto& module : m_modules)
@@ -238,7 +255,7 @@ AcRx::AppRetCode DynamicLinker::sendToAll(AcRx::AppMsgCode message, void* packet
     for (const LoadedModule* module : now) {
         if (withId(module) == nullptr || module->state != LoadedModule::kRunning)
             continue;
-        const AcRx::AppRetCode code = module->entry(message, packet);
+        const AcRx::AppRetCode code = send(*module, message, packet);
         if (first == AcRx::kRetOK)
             first = code;
     }

@@ -47,6 +47,7 @@ private:
     bool refuse(const std::wstring& name, const std::wstring& reason);
     bool start(const std::wstring& name, const std::wstring& path);
     AcRxEntryPoint openEntry(const std::wstring& name, const std::wstring& path);
+    AcRx::AppRetCode send(const LoadedModule& module, AcRx::AppMsgCode message, void* packet);
     void end(LoadedModule& module);
     void forget(const LoadedModule& module);
     void tell(Event event, const std::wstring& name);

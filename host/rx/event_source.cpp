@@ -75,6 +75,8 @@ void abortSave(AcDbDatabase* database) {
     source().tell([&](AcRxEventReactor& reactor) { reactor.abortSave(database); });
 }
 
+void tellAll(const std::function<void(AcRxEventReactor&)>& call) { source().tell(call); }
+
 } // namespace embedded::events
 
 AcRxEvent* acrxEventSource() { return &embedded::events::source(); }

@@ -22,6 +22,72 @@ enum FilerType {
     kWblockCloneFiler = 9
 };
 
+// The group codes of the text form, as far as they are named here. A code's number tells the kind of its
+// value.
+enum DxfCode {
+    kDxfInvalid = -9999,
+    kDxfXDataStart = -3,
+    kDxfEnd = -1,
+    kDxfStart = 0,
+    kDxfText = 1,
+    kDxfSymbolTableName = 2,
+    kDxfDescription = 3,
+    kDxfHandle = 5,
+    kDxfLinetypeName = 6,
+    kDxfTextStyleName = 7,
+    kDxfLayerName = 8,
+    kDxfXCoord = 10,
+    kDxfYCoord = 20,
+    kDxfZCoord = 30,
+    kDxfElevation = 38,
+    kDxfThickness = 39,
+    kDxfReal = 40,
+    kDxfAngle = 50,
+    kDxfVisibility = 60,
+    kDxfColor = 62,
+    kDxfInt16 = 70,
+    kDxfInt32 = 90,
+    kDxfSubclass = 100,
+    kDxfEmbeddedObjectStart = 101,
+    kDxfControlString = 102,
+    kDxfDimVarHandle = 105,
+    kDxfUCSOrg = 110,
+    kDxfUCSOriX = 111,
+    kDxfUCSOriY = 112,
+    kDxfXReal = 140,
+    kDxfInt64 = 160,
+    kDxfXInt16 = 170,
+    kDxfNormalX = 210,
+    kDxfNormalY = 220,
+    kDxfNormalZ = 230,
+    kDxfXXInt16 = 270,
+    kDxfInt8 = 280,
+    kDxfBool = 290,
+    kDxfXTextString = 300,
+    kDxfBinaryChunk = 310,
+    kDxfArbHandle = 320,
+    kDxfSoftPointerId = 330,
+    kDxfHardPointerId = 340,
+    kDxfSoftOwnershipId = 350,
+    kDxfHardOwnershipId = 360,
+    kDxfLineWeight = 370,
+    kDxfPlotStyleNameType = 380,
+    kDxfPlotStyleNameId = 390,
+    kDxfXXXInt16 = 400,
+    kDxfLayoutName = 410,
+    kDxfComment = 999,
+    kDxfXdAsciiString = 1000,
+    kDxfRegAppName = 1001,
+    kDxfXdControlString = 1002,
+    kDxfXdLayerName = 1003,
+    kDxfXdBinaryChunk = 1004,
+    kDxfXdHandle = 1005,
+    kDxfXdXCoord = 1010,
+    kDxfXdReal = 1040,
+    kDxfXdInteger16 = 1070,
+    kDxfXdInteger32 = 1071
+};
+
 // From where FilerSeek offsets count.
 enum FilerSeekType { kSeekFromStart = 0, kSeekFromCurrent = 1, kSeekFromEnd = 2 };
 
@@ -32,6 +98,21 @@ enum DuplicateRecordCloning {
     kDrcXrefMangleName = 3,
     kDrcMangleName = 4,
     kDrcUnmangleName = 5
+};
+
+// On which occasion objects are cloned.
+enum DeepCloneType {
+    kDcCopy = 0,
+    kDcExplode = 1,
+    kDcBlock = 2,
+    kDcXrefBind = 3,
+    kDcSymTableMerge = 4,
+    kDcInsert = 6,
+    kDcWblock = 7,
+    kDcObjects = 8,
+    kDcXrefInsert = 9,
+    kDcInsertCopy = 10,
+    kDcWblkObjects = 11
 };
 
 enum Visibility { kInvisible = 1, kVisible = 0 };
@@ -87,5 +168,35 @@ enum AcDbDwgVersion {
 };
 
 enum MaintenanceReleaseVersion { kMRelease0 = 0, kMReleaseCurrent = 7 };
+
+// Where a snap looks for a point of an entity.
+enum OsnapMode {
+    kOsModeEnd = 1,
+    kOsModeMid = 2,
+    kOsModeCen = 3,
+    kOsModeNode = 4,
+    kOsModeQuad = 5,
+    kOsModeIns = 7,
+    kOsModePerp = 8,
+    kOsModeTan = 9,
+    kOsModeNear = 10,
+    kOsModeCentroid = 11
+};
+
+// Which of two entities an intersection may lengthen.
+enum Intersect { kOnBothOperands = 0, kExtendThis = 1, kExtendArg = 2, kExtendBoth = 3 };
+
+enum Planarity { kNonPlanar = 0, kPlanar = 1, kLinear = 2 };
+
+// Where a text stands at its alignment point.
+enum TextHorzMode {
+    kTextLeft = 0,
+    kTextCenter = 1,
+    kTextRight = 2,
+    kTextAlign = 3,
+    kTextMid = 4,
+    kTextFit = 5
+};
+enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 
 } // namespace AcDb

@@ -2,6 +2,14 @@
 
 #include "AcString.h"
 #include "dbmain.h"
+#include "entities/arc.h"
+#include "entities/attribute.h"
+#include "entities/block_reference.h"
+#include "entities/circle.h"
+#include "entities/line.h"
+#include "entities/point.h"
+#include "entities/sequence_end.h"
+#include "entities/text.h"
 
 // The two entities with which a drawing file frames a block's entities. They belong to the block's record and
 // are not among its entities.

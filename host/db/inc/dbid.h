@@ -87,3 +87,8 @@ public:
     AcDbSoftPointerId() = default;
     AcDbSoftPointerId(const AcDbObjectId& id) : AcDbObjectId(id) {}
 };
+
+// For containers of ids: the order and the equality of AcDbObjectId itself. By handle inside one database,
+// and databases in the order of their making; null comes first.
+Adesk::Boolean c5ObjIdIsLessThan(const AcDbObjectId& a, const AcDbObjectId& b);
+Adesk::Boolean c5ObjIdIsEqualTo(const AcDbObjectId& a, const AcDbObjectId& b);

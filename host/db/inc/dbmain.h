@@ -2,13 +2,27 @@
 
 #include "AdAChar.h"
 #include "acdb.h"
+#include "dbextents.h"
 #include "dbfiler.h"
+#include "dbgrip.h"
 #include "dbid.h"
+#include "dbidar.h"
+#include "dbintar.h"
+#include "dbptrar.h"
+#include "drawable.h"
+#include "gepnt3d.h"
+#include "gept3dar.h"
+#include "gevec3d.h"
+#include "platform/guid.h"
+#include "reactors/database_reactor.h"
+#include "reactors/object_reactor.h"
 #include "rxboiler.h"
 #include "rxobject.h"
 
 #include <vector>
 
+class AcDbAuditInfo;
+class AcDbIdMapping;
 class AcDbBlockTable;
 class AcDbDatabase;
 class AcDbDictionary;
@@ -21,6 +35,7 @@ class AcDbTransactionManager;
 class AcDbUCSTable;
 class AcDbViewTable;
 class AcDbViewportTable;
+class AcGePlane;
 class AcString;
 
 namespace embedded {
@@ -32,7 +47,7 @@ struct ObjectExtras;
 // What a database keeps. An object lives on the heap, belongs to its database once it has an id, and is used
 // between an open and a close. What an operation needs to be open for is said as "needs read" or "needs
 // write"; using it otherwise is a programming error and ends in acrx_abort.
-class AcDbObject : public AcRxObject {
+class AcDbObject : public AcGiDrawable {
 public:
     ACRX_DECLARE_MEMBERS(AcDbObject);
     ~AcDbObject() override;
@@ -108,13 +123,90 @@ public:
     virtual Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer);
     virtual Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const;
 
+    // The same for group codes. Extended data are not filed there; `allXdata` and `regAppTable` are looked at
+    // by nobody.
+    Acad::ErrorStatus dxfIn(AcDbDxfFiler* filer);
+    Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer, Adesk::Boolean allXdata = true,
+                             unsigned char* regAppTable = nullptr) const;
+    // The base files handle, reactors, extension dictionary and owner to a file. Reading it takes reactors
+    // and owner, as far as they are found, for an object that is in no database; what is in one keeps its
+    // own.
+    virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
+    virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
+
+    // The system's number of the class. eNotImplementedYet where a class has none.
+    Acad::ErrorStatus getClassID(CLSID* classId) const;
+    // Looks for what is wrong and mends it; eOk where a class has nothing to look for.
+    virtual Acad::ErrorStatus audit(AcDbAuditInfo* auditInfo);
+
+    // A copy in no database, for the caller to delete; what the object owns stays its own. Null if its class
+    // makes none or its fields cannot be filed.
+    AcRxObject* clone() const override;
+    // Needs write. Takes over the other's fields, but keeps its own id, owner and extension dictionary. eOk;
+    // eNotThatKindOfClass for an object of another class; the status of the fields, with this object as it
+    // was.
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+    // Called while objects are cloned inside a drawing (deepClone, along ownership) or into another one
+    // (wblockClone, along hard references): by the database, and by objects for what they own. `clone` is the
+    // database's and open for write; null if there is none to be made, since the object has a clone or the
+    // target has what stands for it. `owner` may be the database for wblockClone: the clone then stands where
+    // the original stood. What a class clones by itself it enters into the mapping. eOk; eNotApplicable: the
+    // object is left out, and the cloning goes on; any other status ends the cloning and takes it back. Of
+    // the host's own: eInvalidContext outside of a cloning; eWrongDatabase; eInvalidOwnerObject; eOwnerNotSet
+    // if what owns the object cannot be cloned; eDuplicateRecordName for a table's record inside one drawing;
+    // eNotImplementedYet for an entity whose parts only its file knows; the status of the object's fields.
+    Acad::ErrorStatus deepClone(AcDbObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,
+                                Adesk::Boolean isPrimary = true) const;
+    Acad::ErrorStatus wblockClone(AcRxObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,
+                                  Adesk::Boolean isPrimary = true) const;
+
+    // Closes the object and gives the changes of this opening up. eOk; eNoDatabase; eNotApplicable, with the
+    // object still open, for one that was made, erased or brought back in this opening, that a transaction
+    // holds, or whose old state was not taken down in it.
+    Acad::ErrorStatus cancel();
+
+    // Needs read. See AcDbObjectReactor. eOk; eInvalidInput for null; eDuplicateKey if it is there already.
+    Acad::ErrorStatus addReactor(AcDbObjectReactor* reactor) const;
+    // eKeyNotFound.
+    Acad::ErrorStatus removeReactor(AcDbObjectReactor* reactor) const;
+
+    // What happens to the objects that name this one as a persistent reactor; as AcDbObjectReactor says. The
+    // object is open for notify.
+    virtual void cancelled(const AcDbObject* object);
+    virtual void copied(const AcDbObject* object, const AcDbObject* newObject);
+    virtual void erased(const AcDbObject* object, Adesk::Boolean erasing = true);
+    virtual void goodbye(const AcDbObject* object);
+    virtual void openedForModify(const AcDbObject* object);
+    virtual void modified(const AcDbObject* object);
+    virtual void subObjModified(const AcDbObject* object, const AcDbObject* subObject);
+    virtual void modifyUndone(const AcDbObject* object);
+    virtual void modifiedXData(const AcDbObject* object);
+    virtual void unappended(const AcDbObject* object);
+    virtual void reappended(const AcDbObject* object);
+    virtual void objectClosed(const AcDbObjectId id);
+
+    Adesk::Boolean isPersistent() const override { return !mId.isNull(); }
+    AcDbObjectId id() const override { return mId; }
+    // Asked to be drawn anew since it was opened for write.
+    bool isModifiedGraphics() const;
+
 protected:
     AcDbObject();
+    virtual Acad::ErrorStatus subGetClassID(CLSID* classId) const;
+    // Nothing is drawn of an object that is no entity.
+    Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override;
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override;
+    void subViewportDraw(AcGiViewportDraw* viewportDraw) override;
     // Called when an open, a close, an erase or an unerase is about to be done. A status other than eOk
     // refuses it.
     virtual Acad::ErrorStatus subOpen(AcDb::OpenMode mode);
     virtual Acad::ErrorStatus subClose();
     virtual Acad::ErrorStatus subErase(Adesk::Boolean erasing);
+    virtual Acad::ErrorStatus subCancel();
+    virtual Acad::ErrorStatus subDeepClone(AcDbObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,
+                                           Adesk::Boolean isPrimary = true) const;
+    virtual Acad::ErrorStatus subWblockClone(AcRxObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,
+                                             Adesk::Boolean isPrimary = true) const;
 
 private:
     AcDbObject(const AcDbObject&) = delete;
@@ -138,7 +230,14 @@ public:
     // The block table record that holds it.
     AcDbObjectId blockId() const { return ownerId(); }
 
+    // The name of the layer, for the caller to give back with acutDelBuffer. That of layer 0 for an entity
+    // that has none yet; null if the layer's record cannot be read.
+    ACHAR* layer() const;
     AcDbObjectId layerId() const { return mLayer; }
+    // Needs write. By name in the entity's database, or the working one for an entity in none. eInvalidInput
+    // for null; eNoDatabase if there is neither; eKeyNotFound if there is no such layer; the statuses of
+    // opening the layer table.
+    virtual Acad::ErrorStatus setLayer(const ACHAR* layer, Adesk::Boolean doSubents = true);
     // Needs write. eInvalidInput for the id of something that is no layer of the same database.
     virtual Acad::ErrorStatus setLayer(AcDbObjectId layer, Adesk::Boolean doSubents = true);
     // The line type as one of the table, also where the file says by layer, by block or continuous in two
@@ -162,8 +261,94 @@ public:
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
+    // Geometry. Each operation calls the one of the same name with "sub" in front, which a class writes for
+    // itself; where it has not, nothing changes and the answer is eNotImplementedYet, unless something else
+    // is said. What changes the entity needs write, the rest needs read. Points and vectors are the world's.
+
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform);
+    // A new entity in no database, for the caller to delete, with the other's settings. Null unless eOk.
+    Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& xform, AcDbEntity*& copy) const;
+    // The box that holds all of the entity. Where a class says nothing, that of what it draws in the world;
+    // eInvalidExtents if that is nothing.
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+
+    // Appends to the arrays. Moving names grips by their index in that row; a class that says nothing moves
+    // as a whole, whichever grip it is.
+    Acad::ErrorStatus getGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray& osnapModes,
+                                    AcDbIntArray& geomIds) const;
+    Acad::ErrorStatus moveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset);
+    // The form with data of the application's own. Moving gets the appData of the grips that are held.
+    Acad::ErrorStatus getGripPoints(AcDbGripDataPtrArray& grips, double curViewUnitSize, int gripSize,
+                                    const AcGeVector3d& curViewDir, int bitflags) const;
+    Acad::ErrorStatus moveGripPointsAt(const AcDbVoidPtrArray& gripAppData, const AcGeVector3d& offset,
+                                       int bitflags);
+    // The points that a stretch takes along. A class that says nothing takes its grips for both.
+    Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const;
+    Acad::ErrorStatus moveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset);
+    // Appends the points of that kind.
+    Acad::ErrorStatus getOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                     const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                     const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                     AcDbIntArray& geomIds) const;
+
+    // Appends the simpler entities that it consists of, in no database, for the caller to delete.
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const;
+    // Appends the points where the two meet, in space or seen along the plane's normal.
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type, AcGePoint3dArray& points,
+                                    Adesk::GsMarker thisGsMarker = 0,
+                                    Adesk::GsMarker otherGsMarker = 0) const;
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type, const AcGePlane& projPlane,
+                                    AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker = 0,
+                                    Adesk::GsMarker otherGsMarker = 0) const;
+    // Prints what the entity is to the console.
+    void list() const;
+
+    // From the entity's own coordinates to the world's. The identity where a class says nothing.
+    virtual void getEcs(AcGeMatrix3d& ecs) const;
+    virtual Adesk::Boolean isPlanar() const { return false; }
+    // The plane that the entity lies in, if there is one. eNotApplicable where a class says nothing.
+    virtual Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& planarity) const;
+    // Whether the drawing file is to keep a picture for readers without the class; false.
+    virtual Adesk::Boolean saveImagesByDefault() const { return false; }
+
+    // Asks for the entity to be drawn anew. Needs write.
+    void recordGraphicsModified(Adesk::Boolean setModified = true);
+    // The same for one that is not written: eNoDatabase for an entity in none.
+    Acad::ErrorStatus draw();
+    bool bounds(AcDbExtents& extents) const override;
+
 protected:
     AcDbEntity();
+
+    virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform);
+    // Copies the entity by its filers and transforms the copy.
+    virtual Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& xform, AcDbEntity*& copy) const;
+    virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const;
+    virtual Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray& osnapModes,
+                                               AcDbIntArray& geomIds) const;
+    virtual Acad::ErrorStatus subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset);
+    virtual Acad::ErrorStatus subGetGripPoints(AcDbGripDataPtrArray& grips, double curViewUnitSize,
+                                               int gripSize, const AcGeVector3d& curViewDir,
+                                               int bitflags) const;
+    virtual Acad::ErrorStatus subMoveGripPointsAt(const AcDbVoidPtrArray& gripAppData,
+                                                  const AcGeVector3d& offset, int bitflags);
+    virtual Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const;
+    virtual Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset);
+    virtual Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                                const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                                const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                                AcDbIntArray& geomIds) const;
+    virtual Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const;
+    virtual Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                               AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker,
+                                               Adesk::GsMarker otherGsMarker) const;
+    virtual Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                               const AcGePlane& projPlane, AcGePoint3dArray& points,
+                                               Adesk::GsMarker thisGsMarker,
+                                               Adesk::GsMarker otherGsMarker) const;
+    virtual void subList() const;
+    // Hands colour, layer, line type, weight and scale to the traits.
+    Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override;
 
 private:
     friend struct embedded::ObjectAccess;
@@ -230,6 +415,13 @@ public:
     AcDbObjectId byBlockLinetype() const;
     AcDbObjectId clayer() const;
 
+    // Model space's user coordinate system, in world coordinates: origin, and two axes of length 1. The
+    // drawing's variables UCSORG, UCSXDIR, UCSYDIR; the world's in a new drawing. A program sets it through
+    // embedded/user_coordinate_system.h.
+    AcGePoint3d ucsorg() const;
+    AcGeVector3d ucsxdir() const;
+    AcGeVector3d ucsydir() const;
+
     // The table, opened as asked; close it. Statuses of opening.
     Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
@@ -248,6 +440,39 @@ public:
 
     AcDbTransactionManager* transactionManager() const;
 
+    // Clones objects of this database, with all that they own, and puts the clones below `owner`, which must
+    // not be open. References among what was cloned end at the clones, others where they ended. `idMap` gets
+    // the pairs; with `deferXlation` it is kept for a further call, and the last one, without it, translates
+    // all. eOk; eInvalidInput for no ids or a database that has gone; eNullObjectId; eWrongDatabase; the
+    // statuses of opening; those of AcDbObject::deepClone; eInvalidContext for a mapping of another cloning,
+    // or while an undo or redo runs. After a failure nothing has been cloned, earlier calls with the mapping
+    // included, and the mapping is empty.
+    Acad::ErrorStatus deepCloneObjects(const AcDbObjectIdArray& objectIds, const AcDbObjectId& owner,
+                                       AcDbIdMapping& idMap, bool deferXlation = false);
+    // The same from one database to another, one of which is this: with all that hard references and hard
+    // ownership lead to. What is asked for goes below `owner`. What is led to goes where it stood: a record
+    // into its table; what hangs below the named object dictionary to the same path, where what stands there
+    // already is used. A record whose name the target has is taken from there (kDrcIgnore), filled with the
+    // original's content (kDrcReplace), or comes under another name ("$0$NAME", kDrcMangleName; with the
+    // file's name in front, kDrcXrefMangleName). References that lead to nothing that was cloned become null.
+    // Statuses as above; eInvalidInput inside one database.
+    Acad::ErrorStatus wblockCloneObjects(const AcDbObjectIdArray& objectIds, const AcDbObjectId& owner,
+                                         AcDbIdMapping& idMap, AcDb::DuplicateRecordCloning drc,
+                                         bool deferXlation = false);
+    // Takes a cloning back that waits for its translation.
+    void abortDeepClone(AcDbIdMapping& idMap);
+    // A new drawing, the caller's, with clones of these objects in its model space, and `basePoint` as its
+    // origin; of a block's entities; of all of model space and paper space. Null, with the status, if it
+    // fails.
+    Acad::ErrorStatus wblock(AcDbDatabase*& output, const AcDbObjectIdArray& objectIds,
+                             const AcGePoint3d& basePoint);
+    Acad::ErrorStatus wblock(AcDbDatabase*& output, AcDbObjectId blockId);
+    Acad::ErrorStatus wblock(AcDbDatabase*& output);
+
+    // See AcDbDatabaseReactor. eOk; eInvalidInput for null; eDuplicateKey; eKeyNotFound.
+    Acad::ErrorStatus addReactor(AcDbDatabaseReactor* reactor) const;
+    Acad::ErrorStatus removeReactor(AcDbDatabaseReactor* reactor) const;
+
     // Switches recording for undo off or on. On at the start. Switching off drops the history.
     void disableUndoRecording(bool disable);
     bool undoRecording() const;
@@ -264,19 +489,6 @@ private:
     AcDbDatabase& operator=(const AcDbDatabase&) = delete;
 
     embedded::DatabaseCore* m_core;
-};
-
-// Plain pointers in a row.
-class AcDbVoidPtrArray {
-public:
-    int length() const { return static_cast<int>(m_pointers.size()); }
-    void* at(int index) const { return m_pointers[static_cast<std::size_t>(index)]; }
-    bool contains(const void* pointer) const;
-    void append(void* pointer) { m_pointers.push_back(pointer); }
-    void remove(const void* pointer);
-
-private:
-    std::vector<void*> m_pointers;
 };
 
 // The databases that are there now, in the order of their making. Belongs to the host.

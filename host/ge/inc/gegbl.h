@@ -1,17 +1,26 @@
 #pragma once
 
-// When two points, or two vectors, count as equal.
+#include "adesk.h"
+
+// When two points, or two vectors, count as equal. Both numbers are distances, not shares of a length:
+//   points p, q       equal if |p - q| <= equalPoint
+//   vectors a, b      equal if |a - b| <= equalVector
+//   a                 of no length if |a| <= equalVector
+//   a, b              codirectional if |a/|a| - b/|b|| < equalVector
+//                     parallel if that holds for b or for -b
+//                     perpendicular if |(a/|a|) . (b/|b|)| <= equalVector
+// So between directions equalVector is a chord of the unit circle: 0.1745 allows ten degrees.
 class AcGeTol {
 public:
-    AcGeTol() = default;
+    constexpr AcGeTol() = default;
 
-    double equalPoint() const { return m_equalPoint; }
-    double equalVector() const { return m_equalVector; }
+    constexpr double equalPoint() const { return m_equalPoint; }
+    constexpr double equalVector() const { return m_equalVector; }
     void setEqualPoint(double distance) { m_equalPoint = distance; }
     void setEqualVector(double distance) { m_equalVector = distance; }
 
 private:
-    double m_equalVector = 1.0e-10;
+    double m_equalVector = 1.0e-12;
     double m_equalPoint = 1.0e-10;
 };
 
@@ -21,6 +30,8 @@ struct AcGeContext {
 };
 
 namespace AcGe {
+// Why an operation that takes a flag could not be done. `This` is the object, `Arg1` the first argument; 0
+// says that it has no length.
 enum ErrorStatus {
     kOk = 0,
     k0This = 1,
@@ -30,3 +41,5 @@ enum ErrorStatus {
     kEqualArg1Arg2 = 5
 };
 } // namespace AcGe
+
+using AcGeError = AcGe::ErrorStatus;

@@ -19,6 +19,8 @@ using UIntPtr = std::uintptr_t;
 using LongPtr = std::intptr_t;
 using ULongPtr = std::uintptr_t;
 using IntDbId = std::intptr_t;
+// Which part of an entity a drawn thing is.
+using GsMarker = std::intptr_t;
 
 using Boolean = bool;
 constexpr Boolean kFalse = false;

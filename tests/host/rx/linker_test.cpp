@@ -1,4 +1,5 @@
 #include "embedded/abort.h"
+#include "embedded/console.h"
 #include "embedded/linker.h"
 #include "rx_fixture.h"
 #include "rxregsvc.h"
@@ -29,6 +30,20 @@ TEST_F(Linker, SendsInitFirstAndUnloadLast) {
               (std::vector<int>{AcRx::kInitAppMsg, AcRx::kLoadDwgMsg, AcRx::kUnloadAppMsg}));
     embedded::sendToAll(AcRx::kLoadDwgMsg, nullptr);
     EXPECT_EQ(journal.messages.size(), 3u);
+}
+
+TEST_F(Linker, AnExceptionInOneApplicationKeepsNoOtherFromTheMessage) {
+    ASSERT_TRUE(load(L"Rx_Plain.dbx"));
+    ASSERT_TRUE(load(L"rx_second.dbx"));
+    journal(L"Rx_Plain.dbx")->onMessage = [](int) { throw std::runtime_error("broken"); };
+    std::wstring printed;
+    const auto before = embedded::setConsoleSink([&](const std::wstring& text) { printed += text; });
+    EXPECT_EQ(embedded::sendToAll(AcRx::kLoadDwgMsg, nullptr), AcRx::kRetError);
+    embedded::setConsoleSink(before);
+    journal(L"Rx_Plain.dbx")->onMessage = nullptr;
+    EXPECT_EQ(printed, L"Rx_Plain.dbx: exception in message 2: broken\n");
+    EXPECT_EQ(journal(L"rx_second.dbx")->messages.back(), AcRx::kLoadDwgMsg);
+    EXPECT_EQ(embedded::applications().size(), 2u);
 }
 
 TEST_F(Linker, LoadOfALoadedModuleIsDoneAtOnce) {

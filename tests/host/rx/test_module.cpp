@@ -55,7 +55,11 @@ PLATFORM_ENTRY AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* p
     g_journal.messages.push_back(message);
     if (message == AcRx::kInitAppMsg)
         return g_application.On_kInitAppMsg(packet);
-    return message == AcRx::kUnloadAppMsg ? g_application.On_kUnloadAppMsg(packet) : AcRx::kRetOK;
+    if (message == AcRx::kUnloadAppMsg)
+        return g_application.On_kUnloadAppMsg(packet);
+    if (g_journal.onMessage)
+        g_journal.onMessage(message);
+    return AcRx::kRetOK;
 }
 #endif
 

@@ -13,4 +13,5 @@ struct ModuleJournal {
     void* instance = nullptr;
     std::function<void()> onInit;
     std::function<void()> onUnload;
+    std::function<void(int)> onMessage; // any message, the two above excepted
 };

@@ -9,7 +9,7 @@ namespace embedded {
 
 // Sends a message to every application that is loaded, in the order in which they were loaded. One that a
 // message unloads gets no further ones. The first answer other than kRetOK comes back, after all have been
-// told.
+// told. An exception that leaves an application is printed on the console and counts as the answer kRetError.
 AcRx::AppRetCode sendToAll(AcRx::AppMsgCode message, void* packet);
 
 struct Application {

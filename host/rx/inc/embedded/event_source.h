@@ -2,6 +2,8 @@
 
 #include "rxevent.h"
 
+#include <functional>
+
 // How the database tells the event reactors what happens to it.
 namespace embedded::events {
 
@@ -12,5 +14,8 @@ void initialDwgFileOpenComplete(AcDbDatabase* database);
 void beginSave(AcDbDatabase* database, const ACHAR* intendedName);
 void saveComplete(AcDbDatabase* database, const ACHAR* actualName);
 void abortSave(AcDbDatabase* database);
+
+// Calls each reactor that is there, for events that are told by other rooms.
+void tellAll(const std::function<void(AcRxEventReactor&)>& call);
 
 } // namespace embedded::events

@@ -1,0 +1,230 @@
+#include "db/clone/access_rights.h"
+#include "db/clone/clone_events.h"
+#include "db/clone/clone_run.h"
+#include "db/database_core.h"
+#include "db/entity_list.h"
+#include "dbsymtb.h"
+#include "gemat3d.h"
+
+#include <functional>
+#include <memory>
+
+using namespace embedded;
+
+namespace {
+
+// All of one drawing, which is `from`; the owner in another one, or in the same.
+Acad::ErrorStatus checkIds(const AcDbObjectIdArray& ids, const AcDbObjectId& owner, AcDbDatabase*& from) {
+    if (ids.isEmpty())
+        return Acad::eInvalidInput;
+    if (owner.isNull())
+        return Acad::eNullObjectId;
+    if (owner.database() == nullptr)
+        return Acad::eInvalidInput;
+    from = ids.first().database();
+    for (const AcDbObjectId& id : ids) {
+        if (id.isNull())
+            return Acad::eNullObjectId;
+        if (id.database() == nullptr)
+            return Acad::eInvalidInput;
+        if (id.database() != from)
+            return Acad::eWrongDatabase;
+    }
+    return Acad::eOk;
+}
+
+// Runs one call's share of a cloning that has begun. What goes wrong, an exception included, takes all of the
+// cloning back.
+Acad::ErrorStatus carryOut(CloneRun& run, const std::function<Acad::ErrorStatus()>& work) {
+    try {
+        const Acad::ErrorStatus es = work();
+        if (es != Acad::eOk)
+            run.abort();
+        return es;
+    } catch (...) {
+        run.abort();
+        throw;
+    }
+}
+
+// Clones the objects below an owner, which is closed before ids are translated.
+Acad::ErrorStatus cloneBelow(CloneRun& run, const AcDbObjectIdArray& ids, const AcDbObjectId& ownerId) {
+    AcDbObject* owner = nullptr;
+    Acad::ErrorStatus es = acdbOpenAcDbObject(owner, ownerId, AcDb::kForWrite);
+    if (es != Acad::eOk)
+        return es;
+    try {
+        es = run.clonePrimaries(ids, *owner);
+    } catch (...) {
+        owner->close();
+        throw;
+    }
+    owner->close();
+    return es;
+}
+
+AcDbObjectIdArray entitiesOf(const AcDbObjectId& blockId) {
+    AcDbObjectIdArray ids;
+    const ReadRight reading(blockId);
+    if (const auto* block = AcDbBlockTableRecord::cast(reading.object()))
+        for (AcDbStub* stub : BlockAccess::entities(*block).live())
+            ids.append(AcDbObjectId(stub));
+    return ids;
+}
+
+struct Share {
+    AcDbObjectIdArray ids;
+    AcDbObjectId owner;
+};
+
+// Moves what was asked for to the new origin.
+Acad::ErrorStatus moveOrigin(const AcDbIdMapping& mapping, const AcGePoint3d& basePoint) {
+    if (basePoint.x == 0.0 && basePoint.y == 0.0 && basePoint.z == 0.0)
+        return Acad::eOk;
+    const AcGeMatrix3d move =
+        AcGeMatrix3d::translation(AcGeVector3d(-basePoint.x, -basePoint.y, -basePoint.z));
+    for (AcDbIdMappingIter it(mapping); !it.done(); it.next()) {
+        AcDbIdPair pair;
+        it.getMap(pair);
+        if (!pair.isPrimary() || !pair.isCloned())
+            continue;
+        AcDbEntity* entity = nullptr;
+        Acad::ErrorStatus es = acdbOpenObject(entity, pair.value(), AcDb::kForWrite);
+        if (es == Acad::eOk) {
+            es = entity->transformBy(move);
+            entity->close();
+        }
+        if (es != Acad::eOk)
+            return es;
+    }
+    return Acad::eOk;
+}
+
+// A new drawing from parts of another one.
+Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
+                             const std::function<void(AcDbDatabase&)>& announce,
+                             const std::function<std::vector<Share>(AcDbDatabase&)>& sharesFor,
+                             const AcGePoint3d& basePoint) {
+    out = nullptr;
+    events::wblockNotice(&from);
+    auto to = std::make_unique<AcDbDatabase>(true);
+    to->disableUndoRecording(true);
+    announce(*to);
+    AcDbIdMapping mapping;
+    CloneRun& run = mapping.run();
+    Acad::ErrorStatus es = run.begin(*to, from, AcDb::kDcWblock, AcDb::kDrcReplace);
+    if (es == Acad::eOk)
+        es = carryOut(run, [&] {
+            for (const Share& share : sharesFor(*to)) {
+                const Acad::ErrorStatus cloned = cloneBelow(run, share.ids, share.owner);
+                if (cloned != Acad::eOk)
+                    return cloned;
+            }
+            events::otherWblock(to.get(), mapping, &from);
+            return run.finish();
+        });
+    if (es == Acad::eOk)
+        es = moveOrigin(mapping, basePoint);
+    if (es != Acad::eOk) {
+        events::abortWblock(to.get());
+        return es;
+    }
+    to->disableUndoRecording(false);
+    events::endWblock(to.get());
+    out = to.release();
+    return Acad::eOk;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const AcDbObjectIdArray& objectIds,
+                                                 const AcDbObjectId& owner, AcDbIdMapping& idMap,
+                                                 bool deferXlation) {
+    AcDbDatabase* from = nullptr;
+    Acad::ErrorStatus es = checkIds(objectIds, owner, from);
+    if (es != Acad::eOk)
+        return es;
+    if (from != this || owner.database() != this)
+        return Acad::eWrongDatabase;
+    CloneRun& run = idMap.run();
+    es = run.begin(*this, *this, AcDb::kDcObjects, AcDb::kDrcNotApplicable);
+    if (es != Acad::eOk)
+        return es;
+    return carryOut(run, [&] {
+        const Acad::ErrorStatus cloned = cloneBelow(run, objectIds, owner);
+        return cloned == Acad::eOk && !deferXlation ? run.finish() : cloned;
+    });
+}
+
+Acad::ErrorStatus AcDbDatabase::wblockCloneObjects(const AcDbObjectIdArray& objectIds,
+                                                   const AcDbObjectId& owner, AcDbIdMapping& idMap,
+                                                   AcDb::DuplicateRecordCloning drc, bool deferXlation) {
+    AcDbDatabase* from = nullptr;
+    Acad::ErrorStatus es = checkIds(objectIds, owner, from);
+    if (es != Acad::eOk)
+        return es;
+    AcDbDatabase* to = owner.database();
+    if (from != this && to != this)
+        return Acad::eWrongDatabase;
+    if (from == to)
+        return Acad::eInvalidInput;
+    CloneRun& run = idMap.run();
+    if (!run.active())
+        events::beginWblockObjects(from, idMap);
+    es = run.begin(*to, *from, AcDb::kDcWblkObjects, drc);
+    if (es != Acad::eOk)
+        return es;
+    return carryOut(run, [&] {
+        const Acad::ErrorStatus cloned = cloneBelow(run, objectIds, owner);
+        return cloned == Acad::eOk && !deferXlation ? run.finish() : cloned;
+    });
+}
+
+void AcDbDatabase::abortDeepClone(AcDbIdMapping& idMap) { idMap.run().abort(); }
+
+Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& output, const AcDbObjectIdArray& objectIds,
+                                       const AcGePoint3d& basePoint) {
+    output = nullptr;
+    AcDbDatabase* from = nullptr;
+    const Acad::ErrorStatus es = checkIds(objectIds, blockTableId(), from);
+    if (es != Acad::eOk)
+        return es;
+    if (from != this)
+        return Acad::eWrongDatabase;
+    return writeBlock(
+        *this, output, [&](AcDbDatabase& to) { events::beginWblock(&to, this, basePoint); },
+        [&](AcDbDatabase& to) {
+            return std::vector<Share>{{objectIds, to.core().roots.modelSpace}};
+        },
+        basePoint);
+}
+
+Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& output, AcDbObjectId blockId) {
+    output = nullptr;
+    AcDbBlockTableRecord* block = nullptr;
+    if (blockId.database() != this)
+        return blockId.isNull() ? Acad::eNullObjectId : Acad::eWrongDatabase;
+    const Acad::ErrorStatus es = acdbOpenObject(block, blockId, AcDb::kForRead);
+    if (es != Acad::eOk)
+        return es;
+    const AcGePoint3d origin = block->origin();
+    block->close();
+    return writeBlock(
+        *this, output, [&](AcDbDatabase& to) { events::beginWblock(&to, this, blockId); },
+        [&](AcDbDatabase& to) {
+            return std::vector<Share>{{entitiesOf(blockId), to.core().roots.modelSpace}};
+        },
+        origin);
+}
+
+Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& output) {
+    const RootIds& roots = m_core->roots;
+    return writeBlock(
+        *this, output, [&](AcDbDatabase& to) { events::beginWblock(&to, this); },
+        [&](AcDbDatabase& to) {
+            const RootIds& own = to.core().roots;
+            return std::vector<Share>{{entitiesOf(roots.modelSpace), own.modelSpace},
+                                      {entitiesOf(roots.paperSpace), own.paperSpace}};
+        },
+        AcGePoint3d());
+}

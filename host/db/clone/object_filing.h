@@ -1,0 +1,27 @@
+#pragma once
+
+#include "db/clone/clone_filers.h"
+
+#include <memory>
+
+class AcDbObject;
+
+namespace embedded {
+
+// What an object files to a filer of that type, with the ids among it. eOk; its own status; eFilerError if it
+// lets an exception out.
+Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, std::vector<std::uint8_t>& bytes,
+                          std::vector<FiledReference>& references);
+// The way back. A failure leaves the object half read.
+Acad::ErrorStatus fileIn(AcDbObject& object, AcDbDwgFiler& filer);
+
+// A fresh object of the same class, in no database. Null if the class cannot make one.
+std::unique_ptr<AcDbObject> makeLike(const AcDbObject& object);
+
+// A copy in no database that leads to nothing that the other one owns. Empty, with the status, if it fails.
+Acad::ErrorStatus copyOf(const AcDbObject& object, AcDb::FilerType type, std::unique_ptr<AcDbObject>& copy,
+                         std::vector<FiledReference>& references);
+// Cuts an object that was filed in from what its original owns.
+void disown(AcDbObject& copy);
+
+} // namespace embedded

@@ -1,0 +1,11 @@
+set(HOST_DB_CLONE_SOURCES
+  clone_events.cpp
+  clone_places.cpp
+  clone_run.cpp
+  clone_translation.cpp
+  cloned_body.cpp
+  database_clone.cpp
+  id_mapping.cpp
+  object_clone.cpp
+  object_filing.cpp
+  raw_references.cpp)

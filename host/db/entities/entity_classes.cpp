@@ -1,0 +1,34 @@
+#include "dbents.h"
+#include "dbpl.h"
+#include "embedded/host_start.h"
+#include "rxclass.h"
+
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbCurve, AcDbEntity)
+ACRX_DXF_DEFINE_MEMBERS(AcDbLine, AcDbCurve, AcDb::kDHL_1012, 0, 0, LINE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbArc, AcDbCurve, AcDb::kDHL_1012, 0, 0, ARC, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbCircle, AcDbCurve, AcDb::kDHL_1012, 0, 0, CIRCLE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbPolyline, AcDbCurve, AcDb::kDHL_1014, 0, 0, LWPOLYLINE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbPoint, AcDbEntity, AcDb::kDHL_1012, 0, 0, POINT, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbText, AcDbEntity, AcDb::kDHL_1012, 0, 0, TEXT, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbAttribute, AcDbText, AcDb::kDHL_1012, 0, 0, ATTRIB, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbSequenceEnd, AcDbEntity, AcDb::kDHL_1012, 0, 0, SEQEND, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, AcDb::kDHL_1012, 0, 0, INSERT, ObjectDBX Classes)
+
+namespace {
+
+void initEntityClasses() {
+    AcDbCurve::rxInit();
+    AcDbLine::rxInit();
+    AcDbArc::rxInit();
+    AcDbCircle::rxInit();
+    AcDbPolyline::rxInit();
+    AcDbPoint::rxInit();
+    AcDbText::rxInit();
+    AcDbAttribute::rxInit();
+    AcDbSequenceEnd::rxInit();
+    AcDbBlockReference::rxInit();
+}
+
+const embedded::RoomInitialiser roomInitialiser(31, initEntityClasses);
+
+} // namespace

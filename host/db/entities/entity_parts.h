@@ -1,0 +1,41 @@
+#pragma once
+
+#include "dbmain.h"
+
+class AcDbArc;
+class AcGiGeometry;
+
+// What the host's own entities share.
+namespace embedded {
+
+class CurvePath;
+struct PlaneArc;
+
+// From the coordinates of entities with that normal to the world's and back.
+AcGePoint3d ownToWorld(const AcGeVector3d& normal, const AcGePoint3d& point);
+AcGePoint3d worldToOwn(const AcGeVector3d& normal, const AcGePoint3d& point);
+
+// The normal of a plane behind a transformation. False, with the normal untouched, if the plane comes out as
+// a line or a point.
+bool transformsPlane(const AcGeMatrix3d& matrix, AcGeVector3d& normal);
+// The new length of a thickness along the normal, with the sign that belongs to the new normal.
+double transformedThickness(const AcGeMatrix3d& matrix, const AcGeVector3d& normal,
+                            const AcGeVector3d& newNormal, double thickness);
+
+// All from 0 on, and none as high as `count`.
+bool indicesAreBelow(const AcDbIntArray& indices, int count);
+
+// eMakeMeProxy if a drawing file has more of the entity than was read: what a newer product has put behind
+// must not be lost.
+Acad::ErrorStatus declineWhatIsLeft(AcDbDwgFiler& filer);
+
+// Layer, colour, line type and the rest from one entity to another.
+void takeSettings(const AcDbEntity& from, AcDbEntity& to);
+
+// Draws a path: straight pieces in a row as one chain. A whole one is a circle. What the geometry answers.
+bool drawPath(const CurvePath& path, const AcGeVector3d* normal, bool isWhole, const AcGiGeometry& geometry);
+
+// A new arc, for the caller to delete.
+AcDbArc* newArc(const PlaneArc& arc);
+
+} // namespace embedded

@@ -1,0 +1,21 @@
+set(HOST_DB_ENTITIES_SOURCES
+  arc.cpp
+  attribute.cpp
+  block_reference.cpp
+  block_reference_geometry.cpp
+  circle.cpp
+  curve.cpp
+  curve_path.cpp
+  entity_classes.cpp
+  entity_geometry.cpp
+  entity_parts.cpp
+  extents.cpp
+  line.cpp
+  point.cpp
+  polyline.cpp
+  polyline_draw.cpp
+  polyline_geometry.cpp
+  reference_lists.cpp
+  sequence_end.cpp
+  text.cpp
+  text_geometry.cpp)

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "acarray.h"
+
+// Plain pointers in a row.
+using AcDbVoidPtrArray = AcArray<void*>;

@@ -1,0 +1,284 @@
+#include "gi/display_recorder.h"
+
+#include "acadstrc.h"
+#include "dbmain.h"
+#include "gi/recording_draws.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <exception>
+
+namespace embedded {
+namespace {
+
+const int kDeepest = 32;
+
+// A factor that the transform has in a direction, of a length along it.
+double lengthAlong(const AcGeMatrix3d& matrix, const AcGeVector3d& direction) {
+    const double length = direction.length();
+    return length > 0.0 ? (matrix * direction).length() / length : matrix.scale();
+}
+
+} // namespace
+
+class DisplayRecorder::Interfaces {
+public:
+    explicit Interfaces(DisplayRecorder& recorder) : m_world(recorder), m_viewport(recorder) {}
+    RecordingWorldDraw m_world;
+    RecordingViewportDraw m_viewport;
+};
+
+DisplayRecorder::DisplayRecorder(AcDbDatabase* database, const ViewParameters& view, DisplayList& list)
+    : m_database(database), m_parameters(view), m_list(list), m_view(view, *this, m_layers), m_transforms(1),
+      m_interfaces(std::make_unique<Interfaces>(*this)) {}
+
+DisplayRecorder::~DisplayRecorder() = default;
+
+AcGiWorldDraw& DisplayRecorder::worldDraw() { return m_interfaces->m_world; }
+AcGiViewportDraw& DisplayRecorder::viewportDraw() { return m_interfaces->m_viewport; }
+
+double DisplayRecorder::deviation() const { return m_view.pixelSize() / 2.0; }
+
+DisplayRecorder::State DisplayRecorder::state() const {
+    return {m_traits.values, m_transforms.size(), m_ownTransforms, m_owner,
+            m_ownerClass,    m_outermost,         m_inViewport};
+}
+
+void DisplayRecorder::restore(const State& saved) {
+    m_traits.values = saved.traits;
+    m_transforms.resize(saved.transforms);
+    m_ownTransforms = saved.ownTransforms;
+    m_owner = saved.owner;
+    m_ownerClass = saved.ownerClass;
+    m_outermost = saved.outermost;
+    m_inViewport = saved.inViewport;
+}
+
+void DisplayRecorder::fail(const std::string& reason) {
+    m_list.failures.push_back({m_owner, m_ownerClass, reason});
+}
+
+void DisplayRecorder::enter(AcGiDrawable& drawable) {
+    m_ownerClass = drawable.isA();
+    // What is in no database is a part of whoever draws it.
+    if (drawable.isPersistent())
+        m_owner = drawable.id();
+    if (m_depth == 1)
+        m_outermost = m_owner;
+}
+
+bool DisplayRecorder::draw(AcGiDrawable& drawable) {
+    if (isCut())
+        return true;
+    const State saved = state();
+    ++m_depth;
+    m_ownTransforms = m_transforms.size();
+    enter(drawable);
+    try {
+        if (m_depth > kDeepest)
+            fail("it is nested too deep");
+        else
+            drawInside(drawable);
+    } catch (const std::exception& failure) {
+        fail(failure.what());
+    } catch (Acad::ErrorStatus es) {
+        fail("status " + std::to_string(es));
+    } catch (...) {
+        fail("something that is no std::exception was thrown");
+    }
+    --m_depth;
+    restore(saved);
+    return isCut();
+}
+
+void DisplayRecorder::drawInside(AcGiDrawable& drawable) {
+    const DrawTraits around = m_traits.values;
+    m_traits.values = DrawTraits();
+    const Adesk::UInt32 flags = drawable.setAttributes(&m_traits);
+    if (m_depth > 1)
+        m_traits.values = insideOf(around, m_traits.values);
+    // What is frozen goes with all that is inside; what is off shows nothing of its own.
+    const bool hidden = (flags & AcGiDrawable::kDrawableIsInvisible) != 0 ||
+                        m_layers.of(m_traits.values.layer) == LayerStates::State::kFrozen;
+    if (hidden && !m_parameters.showsHidden)
+        return;
+    const State begin = state();
+    m_inViewport = false;
+    if (drawable.worldDraw(&worldDraw()) || m_parameters.regenType == kAcGiForExtents)
+        return;
+    restore(begin);
+    m_inViewport = true;
+    drawable.viewportDraw(&viewportDraw());
+}
+
+bool DisplayRecorder::push(const AcGeMatrix3d& matrix) {
+    m_transforms.push_back(modelToWorld() * matrix);
+    return true;
+}
+
+bool DisplayRecorder::pop() {
+    // What is around the drawable that is drawn is not its to take off.
+    if (m_transforms.size() <= m_ownTransforms)
+        return false;
+    m_transforms.pop_back();
+    return true;
+}
+
+Primitive DisplayRecorder::primitive(PrimitiveKind kind) const {
+    Primitive made;
+    made.kind = kind;
+    made.ofViewport = m_inViewport;
+    made.owner = m_owner;
+    made.ownerClass = m_ownerClass;
+    made.outermost = m_outermost;
+    made.traits = m_traits.values;
+    return made;
+}
+
+bool DisplayRecorder::add(Primitive primitive) {
+    if (isCut() || !m_view.layerVisible(primitive.traits.layer))
+        return isCut();
+    if (m_parameters.mostPrimitives != 0 && m_list.primitives.size() >= m_parameters.mostPrimitives) {
+        m_list.isCut = true;
+        return true;
+    }
+    m_list.primitives.push_back(std::move(primitive));
+    return false;
+}
+
+bool DisplayRecorder::arc(PlaneArc arc, AcGiArcType type, bool whole) {
+    const AcGeMatrix3d& matrix = modelToWorld();
+    Primitive made = primitive(whole ? PrimitiveKind::kCircle : PrimitiveKind::kArc);
+    made.traits.thickness *= lengthAlong(matrix, arc.normal);
+    const PlaneArc model = arc;
+    if (arc.transformBy(matrix)) {
+        made.points = {arc.centre};
+        made.normal = arc.normal;
+        made.direction = arc.xAxis;
+        made.radius = arc.radius;
+        made.sweep = arc.sweep;
+        made.arcType = type;
+        return add(std::move(made));
+    }
+    // An ellipse, which is a chain of chords here.
+    made.kind = whole || type != kAcGiArcSimple ? PrimitiveKind::kPolygon : PrimitiveKind::kPolyline;
+    made.points = model.chords(deviation() / std::max(matrix.scale(), 1.0e-12));
+    if (whole)
+        made.points.pop_back();
+    else if (type == kAcGiArcSector)
+        made.points.push_back(model.centre);
+    for (AcGePoint3d& point : made.points)
+        point.transformBy(matrix);
+    made.normal = (matrix * model.xAxis).crossProduct(matrix * model.yAxis()).normal();
+    return add(std::move(made));
+}
+
+bool DisplayRecorder::points(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points,
+                             const AcGeVector3d* normal) {
+    const AcGeMatrix3d& matrix = modelToWorld();
+    Primitive made = primitive(kind);
+    made.traits.thickness *= lengthAlong(matrix, normal != nullptr ? *normal : AcGeVector3d());
+    if (normal != nullptr)
+        made.normal = (matrix * *normal).normal();
+    made.points.assign(points, points + count);
+    for (AcGePoint3d& point : made.points)
+        point.transformBy(matrix);
+    return add(std::move(made));
+}
+
+bool DisplayRecorder::mesh(Adesk::UInt32 rows, Adesk::UInt32 columns, const AcGePoint3d* points) {
+    Primitive made = primitive(PrimitiveKind::kMesh);
+    made.rows = rows;
+    made.columns = columns;
+    made.points.assign(points, points + std::size_t{rows} * columns);
+    for (AcGePoint3d& point : made.points)
+        point.transformBy(modelToWorld());
+    return add(std::move(made));
+}
+
+namespace {
+
+bool facesFit(std::size_t count, std::size_t faceListSize, const Adesk::Int32* faceList) {
+    std::size_t at = 0;
+    while (at < faceListSize) {
+        const std::int64_t told = faceList[at];
+        const std::size_t corners = static_cast<std::size_t>(told < 0 ? -told : told);
+        if (corners == 0 || corners >= faceListSize - at)
+            return false;
+        for (std::size_t i = at + 1; i <= at + corners; ++i)
+            if (faceList[i] < 0 || static_cast<std::size_t>(faceList[i]) >= count)
+                return false;
+        at += corners + 1;
+    }
+    return faceListSize != 0;
+}
+
+} // namespace
+
+bool DisplayRecorder::shell(std::size_t count, const AcGePoint3d* points, std::size_t faceListSize,
+                            const Adesk::Int32* faceList) {
+    if (!facesFit(count, faceListSize, faceList))
+        return isCut();
+    Primitive made = primitive(PrimitiveKind::kShell);
+    made.faces.assign(faceList, faceList + faceListSize);
+    made.points.assign(points, points + count);
+    for (AcGePoint3d& point : made.points)
+        point.transformBy(modelToWorld());
+    return add(std::move(made));
+}
+
+// Along the base line, up and slanted: what the transform makes of these three tells width, height and slant
+// of the letters, whatever it is.
+bool DisplayRecorder::text(const AcGePoint3d& position, const AcGeVector3d& normal,
+                           const AcGeVector3d& direction, const std::wstring& text,
+                           const AcGiTextStyle& style) {
+    const AcGeMatrix3d& matrix = modelToWorld();
+    const AcGeVector3d along = direction.normal();
+    const AcGeVector3d up = normal.crossProduct(along).normal();
+    const AcGeVector3d madeAlong = matrix * along;
+    const AcGeVector3d slanted = matrix * (up + along * std::tan(style.obliquingAngle()));
+    const double stretch = madeAlong.length();
+    const double rise = stretch > 0.0 ? madeAlong.crossProduct(slanted).length() / stretch : 0.0;
+    if (!(rise > 0.0))
+        return isCut();
+    Primitive made = primitive(PrimitiveKind::kText);
+    made.points = {matrix * position};
+    made.direction = madeAlong / stretch;
+    made.normal = madeAlong.crossProduct(slanted).normal();
+    made.text = text;
+    made.height = style.textSize() * rise;
+    made.widthFactor = style.xScale() * stretch / rise;
+    made.oblique = std::atan2(slanted.dotProduct(made.direction), rise);
+    made.style = style;
+    made.style.setTextSize(made.height);
+    made.style.setXScale(made.widthFactor);
+    made.style.setObliquingAngle(made.oblique);
+    made.traits.thickness *= lengthAlong(matrix, normal);
+    return add(std::move(made));
+}
+
+bool DisplayRecorder::worldPoints(PrimitiveKind kind, std::vector<AcGePoint3d> points) {
+    Primitive made = primitive(kind);
+    made.points = std::move(points);
+    return add(std::move(made));
+}
+
+bool DisplayRecorder::eyePoints(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points) {
+    AcGeMatrix3d toWorld;
+    m_view.getEyeToWorldTransform(toWorld);
+    std::vector<AcGePoint3d> made(points, points + count);
+    for (AcGePoint3d& point : made)
+        point.transformBy(toWorld);
+    return worldPoints(kind, std::move(made));
+}
+
+void DisplayRecorder::setExtents(const AcGePoint3d corners[2]) {
+    AcDbExtents told;
+    told.addPoint(corners[0]);
+    told.addPoint(corners[1]);
+    told.transformBy(modelToWorld());
+    m_toldExtents.addExt(told);
+}
+
+} // namespace embedded

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "gi/draw_traits.h"
+#include "gi/draw_view.h"
+#include "gi/plane_arc.h"
+
+#include <memory>
+
+namespace embedded {
+
+// Takes what drawables draw and makes primitives of it: transformed to the world, with the traits that count
+// and the entity that is drawn. The draw interfaces that drawables see stand in front of it.
+class DisplayRecorder {
+public:
+    // `database` may be null. All that is given must outlive the recorder.
+    DisplayRecorder(AcDbDatabase* database, const ViewParameters& view, DisplayList& list);
+    ~DisplayRecorder();
+
+    // A drawable with its traits and its owner's place. True when the drawing is to stop.
+    bool draw(AcGiDrawable& drawable);
+    bool isCut() const { return m_list.isCut; }
+
+    const AcGeMatrix3d& modelToWorld() const { return m_transforms.back(); }
+    bool push(const AcGeMatrix3d& matrix);
+    bool pop();
+
+    // Each takes model coordinates and is transformed here; true when the drawing is to stop.
+    bool arc(PlaneArc arc, AcGiArcType type, bool whole);
+    bool points(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points,
+                const AcGeVector3d* normal = nullptr);
+    bool mesh(Adesk::UInt32 rows, Adesk::UInt32 columns, const AcGePoint3d* points);
+    bool shell(std::size_t count, const AcGePoint3d* points, std::size_t faceListSize,
+               const Adesk::Int32* faceList);
+    bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
+              const std::wstring& text, const AcGiTextStyle& style);
+    // World coordinates.
+    bool worldPoints(PrimitiveKind kind, std::vector<AcGePoint3d> points);
+    bool eyePoints(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points);
+
+    // An entity has told its box itself.
+    void setExtents(const AcGePoint3d corners[2]);
+    const AcDbExtents& toldExtents() const { return m_toldExtents; }
+
+    RecordedTraits& traits() { return m_traits; }
+    DrawView& view() { return m_view; }
+    const ViewParameters& parameters() const { return m_parameters; }
+    AcDbDatabase* database() const { return m_database; }
+    double deviation() const;
+
+    AcGiWorldDraw& worldDraw();
+    AcGiViewportDraw& viewportDraw();
+
+private:
+    class Interfaces;
+    // What is put back behind each drawable.
+    struct State {
+        DrawTraits traits;
+        std::size_t transforms;
+        std::size_t ownTransforms;
+        AcDbObjectId owner;
+        AcRxClass* ownerClass;
+        AcDbObjectId outermost;
+        bool inViewport;
+    };
+
+    State state() const;
+    void restore(const State& saved);
+    void enter(AcGiDrawable& drawable);
+    void drawInside(AcGiDrawable& drawable);
+    void fail(const std::string& reason);
+    Primitive primitive(PrimitiveKind kind) const;
+    bool add(Primitive primitive);
+
+    AcDbDatabase* m_database;
+    const ViewParameters& m_parameters;
+    DisplayList& m_list;
+    LayerStates m_layers;
+    DrawView m_view;
+    RecordedTraits m_traits;
+    std::vector<AcGeMatrix3d> m_transforms;
+    std::size_t m_ownTransforms = 1; // those below are around the drawable that is drawn
+    AcDbObjectId m_owner;
+    AcRxClass* m_ownerClass = nullptr;
+    AcDbObjectId m_outermost;
+    bool m_inViewport = false;
+    int m_depth = 0;
+    AcDbExtents m_toldExtents;
+    std::unique_ptr<Interfaces> m_interfaces;
+};
+
+} // namespace embedded

@@ -1,0 +1,11 @@
+set(HOST_GI_SOURCES
+  display_list.cpp
+  display_recorder.cpp
+  draw_traits.cpp
+  draw_view.cpp
+  drawable.cpp
+  layer_states.cpp
+  plane_arc.cpp
+  recorded_primitive.cpp
+  text_metrics.cpp
+  text_style.cpp)
