@@ -3,6 +3,7 @@
 #include "base/product_name.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
+#include "dbx/doc/ORV_CCSysPar.h"
 
 namespace orv {
 
@@ -11,10 +12,14 @@ const ClassRow kObjCdbRecordRow = {L"ORV_CObjCdbRecord", L"AcDbObject",     21, 
                                    L"ORV_CDBRECORD",     kLoaderApplication};
 const ClassRow kCdbRecordRow = {L"ORV_CdbRecord", L"AcDbObject",     21, 126, 0,
                                 L"ORV_CDBRECORD", kLoaderApplication};
+// This one's DXF name is its class name as it stands.
+const ClassRow kCCSysParRow = {L"ORV_CCSysPar", L"AcDbObject",     21, 126, 0,
+                               L"ORV_CCSysPar", kLoaderApplication};
 
 const RegisteredClass kRegisteredClasses[] = {
     {&kObjCdbRecordRow, &ORV_CObjCdbRecord::rxInit},
     {&kCdbRecordRow, &ORV_CdbRecord::rxInit},
+    {&kCCSysParRow, &ORV_CCSysPar::rxInit},
 };
 const int kRegisteredClassCount = static_cast<int>(sizeof kRegisteredClasses / sizeof kRegisteredClasses[0]);
 

@@ -2,6 +2,8 @@
 
 #include "app/class_table.h"
 #include "app/linker.h"
+#include "dbapserv.h"
+#include "dbx/doc/system_manager.h"
 #include "rxclass.h"
 #include "rxdlinkr.h"
 
@@ -49,6 +51,11 @@ AcRx::AppRetCode Taldork_DBX_Application::On_kUnloadAppMsg(void* packet) {
     for (const wchar_t* const module : kFamily)
         unload(module);
     return orv::DBX_Application::On_kUnloadAppMsg(packet);
+}
+
+AcRx::AppRetCode Taldork_DBX_Application::On_kLoadDwgMsg(void*) {
+    orv::SystemManager::instance().initFromDatabase(acdbHostApplicationServices()->workingDatabase());
+    return AcRx::kRetOK;
 }
 
 AcRx::AppRetCode Taldork_DBX_Application::registerClasses(void*) {

@@ -10,6 +10,9 @@ public:
 
     // Takes down the modules of the family in their fixed order, then does as the frame does.
     AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override;
+    // Hands the drawing that was opened, which is the working one, to the registry of systems. Exceptions as
+    // SystemManager::initFromDatabase.
+    AcRx::AppRetCode On_kLoadDwgMsg(void* packet) override;
     // Registers the class table.
     AcRx::AppRetCode registerClasses(void* packet) override;
 

@@ -107,17 +107,20 @@ TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) 
             static_cast<AcRxClass*>(acrxClassDictionary->at(orv::kRegisteredClasses[i].row->className)));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CObjCdbRecord"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CdbRecord"));
+    ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CCSysPar"));
 
     const unsigned before = embedded::rx::hierarchyBuilds();
     {
         LookupRecorder lookups;
         EXPECT_EQ(Taldork_DBX_Application::instance().registerClasses(nullptr), AcRx::kRetOK);
         // Each class looks for its own name when it is entered.
-        EXPECT_EQ(lookups.names(), (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord"}));
-        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before}));
+        EXPECT_EQ(lookups.names(),
+                  (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord", L"ORV_CCSysPar"}));
+        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before, before}));
     }
     EXPECT_EQ(embedded::rx::hierarchyBuilds(), before + 1);
     EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CObjCdbRecord"), acrxClassDictionary->idAt(L"ORV_CdbRecord"));
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CdbRecord"), acrxClassDictionary->idAt(L"ORV_CCSysPar"));
 }
 
 TEST(TaldorkApplication, ClassesThatAreKnownAreNotEnteredAgain) {

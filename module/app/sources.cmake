@@ -1,0 +1,11 @@
+set(SOURCES
+  acad_console_logger.cpp
+  class_table.cpp
+  dbx_application.cpp
+  entry_points.cpp
+  extension_record.cpp
+  file_log_listener.cpp
+  linker.cpp
+  log.cpp
+  log_stream.cpp
+  taldork_dbx_application.cpp)

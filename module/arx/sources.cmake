@@ -1,0 +1,3 @@
+set(SOURCES
+  dictionary_utils.cpp
+  types.cpp)

@@ -1,0 +1,10 @@
+set(SOURCES
+  assert.cpp
+  blob.cpp
+  dbx/inc/orvrxuti_dbx.cpp
+  exceptions.cpp
+  file_path.cpp
+  guard.cpp
+  key_value_storage.cpp
+  number_text.cpp
+  product_name.cpp)

@@ -1,0 +1,2 @@
+set(SOURCES
+  cdbstubs/dbx_cdb_stubs.cpp)

@@ -1,0 +1,11 @@
+set(SOURCES
+  cdb_manager.cpp
+  cdbrec.cpp
+  cdbrec_old.cpp
+  copy_sync.cpp
+  icdb.cpp
+  lock.cpp
+  nod_cdb.cpp
+  read_blob.cpp
+  use_cdb.cpp
+  use_pl_cdb.cpp)

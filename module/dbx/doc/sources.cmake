@@ -1,0 +1,16 @@
+set(SOURCES
+  ccsys.cpp
+  ccsys_streams.cpp
+  converter.cpp
+  database_element_base.cpp
+  drawing_unit.cpp
+  enumerate_cdbs.cpp
+  object_logger.cpp
+  ORV_CCSysPar.cpp
+  system.cpp
+  system_fallback.cpp
+  system_manager.cpp
+  system_transform.cpp
+  system_update.cpp
+  use_system.cpp
+  visual_settings.cpp)

@@ -1,0 +1,6 @@
+set(SOURCES
+  binary_in_archive.cpp
+  binary_out_archive.cpp
+  dictionary.cpp
+  nod.cpp
+  syncinfo.cpp)

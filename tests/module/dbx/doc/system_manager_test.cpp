@@ -1,0 +1,211 @@
+#include "dbx/doc/system_manager.h"
+
+#include "app/taldork_dbx_application.h"
+#include "base/exceptions.h"
+#include "support/report_recorder.h"
+#include "support/system_records.h"
+
+using orv::SystemManager;
+using testing_support::makeStore;
+using testing_support::putRecord;
+using testing_support::putSystem;
+using testing_support::ReportRecorder;
+using testing_support::StoreDrawing;
+using testing_support::Texts;
+using testing_support::Values;
+
+namespace {
+
+SystemManager& manager() { return SystemManager::instance(); }
+
+// A record of graphic settings that ends in the middle of its tables.
+void putShortSettings(AcDbDatabase& db, const std::wstring& store) {
+    const std::int32_t record[] = {1, 15, 300, -1};
+    putRecord(db, store, 10, 100, record, sizeof record);
+}
+
+TEST(SystemManager, ADrawingIsLookedThroughOnceItIsAskedFor) {
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG", 10);
+    EXPECT_FALSE(manager().wasDatabaseCheckedAtLeastOnce(&drawing.db));
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"ASDWG"), nullptr);
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&drawing.db));
+    const auto system = manager().getSystemByName(&drawing.db, L"ASDWG");
+    ASSERT_NE(system, nullptr);
+    EXPECT_EQ(system->get_type(), orv::EBENE);
+    EXPECT_EQ(manager().getSystemById(drawing.named), system);
+}
+
+TEST(SystemManager, ADrawingWithoutStoresHasNoSystemsAndCountsAsChecked) {
+    ReportRecorder reports;
+    AcDbDatabase db(true);
+    manager().initFromDatabase(&db);
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&db));
+    EXPECT_EQ(reports.size(), 0u);
+}
+
+TEST(SystemManager, TheFlagStaysThoughNoStoreWasFound) {
+    AcDbDatabase db(true);
+    manager().initFromDatabase(&db);
+    manager().initFromDatabase(&db);
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&db));
+}
+
+TEST(SystemManager, NullDrawings) {
+    ReportRecorder reports;
+    manager().initFromDatabase(nullptr);
+    EXPECT_EQ(reports.size(), 0u);
+    EXPECT_FALSE(manager().wasDatabaseCheckedAtLeastOnce(nullptr));
+    EXPECT_EQ(manager().getSystemByName(nullptr, L"ASDWG"), nullptr);
+    EXPECT_EQ(reports.conditions(), (Texts{"db", "db"}));
+}
+
+TEST(SystemManager, ANullIdHasNoSystemAndMakesNoReport) {
+    ReportRecorder reports;
+    EXPECT_EQ(manager().getSystemById(AcDbObjectId()), nullptr);
+    EXPECT_EQ(reports.size(), 0u);
+}
+
+TEST(SystemManager, GeneralDataNeverBecomesASystem) {
+    ReportRecorder reports;
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG");
+    makeStore(drawing, L"$Kelmoran");
+    makeStore(drawing, L"$other");
+    putSystem(drawing.db, L"$Kelmoran");
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_NE(manager().getSystemByName(&drawing.db, L"ASDWG"), nullptr);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"$Kelmoran"), nullptr);
+    EXPECT_EQ(reports.size(), 0u);
+}
+
+TEST(SystemManager, TwoStoresGiveTwoSystemsThoughTheFirstFails) {
+    StoreDrawing drawing(L"first");
+    makeStore(drawing, L"second");
+    makeStore(drawing, L"third");
+    putSystem(drawing.db, L"second", 10);
+    putSystem(drawing.db, L"third", 30);
+    ReportRecorder reports;
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"first"), nullptr);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"second")->get_type(), orv::EBENE);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"third")->get_type(), orv::PLATTE);
+    EXPECT_EQ(reports.conditions(), (Texts{"false", "success"}));
+    EXPECT_EQ(reports.messages(),
+              (Texts{"Failed to find fallback record for 10/0.", "system could not be initialized"}));
+    EXPECT_EQ(reports.at(0).values.size(), 0u);
+    EXPECT_EQ(reports.at(1).values, (Values{{"it->first", "first"}}));
+}
+
+TEST(SystemManager, AStoreThatCannotBeOpenedIsReportedAndSkipped) {
+    StoreDrawing drawing(L"good");
+    putSystem(drawing.db, L"good");
+    testing_support::subDictionary(drawing.kelmoran, L"bare"); // no records below it
+    ReportRecorder reports;
+    manager().initFromDatabase(&drawing.db);
+    ASSERT_GE(reports.size(), 1u);
+    const auto& last = reports.reports().back();
+    EXPECT_EQ(last.condition, "nod && nod->isOpen()");
+    EXPECT_EQ(last.values, (Values{{"it->first", "bare"}}));
+    EXPECT_EQ(last.message,
+              "could not access NOD database information in drawing. => DWG too old or defect.");
+    EXPECT_NE(manager().getSystemByName(&drawing.db, L"good"), nullptr);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"bare"), nullptr);
+}
+
+TEST(SystemManager, TheMatchOfANameIsExact) {
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG");
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"asdwg"), nullptr);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L""), nullptr);
+}
+
+TEST(SystemManager, ASecondLookThroughYieldsNewSystems) {
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG");
+    manager().initFromDatabase(&drawing.db);
+    const auto first = manager().getSystemByName(&drawing.db, L"ASDWG");
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&drawing.db));
+    const auto second = manager().getSystemByName(&drawing.db, L"ASDWG");
+    EXPECT_NE(second, first);
+    EXPECT_EQ(first.use_count(), 1);
+}
+
+TEST(SystemManager, AStoreThatIsGoneIsForgotten) {
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG");
+    makeStore(drawing, L"other");
+    putSystem(drawing.db, L"other");
+    manager().initFromDatabase(&drawing.db);
+    testing_support::removeEntry(drawing.kelmoran, L"ASDWG");
+    manager().initFromDatabase(&drawing.db);
+    EXPECT_EQ(manager().getSystemByName(&drawing.db, L"ASDWG"), nullptr);
+    EXPECT_EQ(manager().getSystemById(drawing.named), nullptr);
+    EXPECT_NE(manager().getSystemByName(&drawing.db, L"other"), nullptr);
+}
+
+TEST(SystemManager, ADamagedRecordOfSettingsThrowsWhenAllStoresWereTakenUp) {
+    StoreDrawing drawing(L"a");
+    makeStore(drawing, L"b");
+    makeStore(drawing, L"c");
+    for (const wchar_t* const name : {L"a", L"b", L"c"})
+        putSystem(drawing.db, name);
+    putShortSettings(drawing.db, L"b");
+    ReportRecorder reports;
+    try {
+        manager().initFromDatabase(&drawing.db);
+        FAIL();
+    } catch (const orv::Exception& failure) {
+        EXPECT_STREQ(failure.what(), "filer error");
+    }
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&drawing.db));
+    for (const wchar_t* const name : {L"a", L"b", L"c"})
+        EXPECT_NE(manager().getSystemByName(&drawing.db, name), nullptr) << name;
+}
+
+TEST(SystemManager, OneStoreAloneThrowsItsOwnException) {
+    StoreDrawing drawing(L"a");
+    putSystem(drawing.db, L"a");
+    putShortSettings(drawing.db, L"a");
+    ReportRecorder reports;
+    const SystemManager::Names names{{L"a", drawing.named}};
+    EXPECT_THROW(manager()._initForStore(drawing.db, names.begin()), orv::Exception);
+}
+
+TEST(SystemManager, ClosingOneDrawingLeavesTheOthersSystems) {
+    StoreDrawing kept(L"ASDWG");
+    for (const wchar_t* const name : {L"x", L"y"})
+        makeStore(kept, name);
+    boost::shared_ptr<orv::System> held;
+    {
+        StoreDrawing going(L"ASDWG");
+        makeStore(going, L"z");
+        for (auto* const db : {&kept.db, &going.db})
+            putSystem(*db, L"ASDWG");
+        putSystem(kept.db, L"x");
+        putSystem(kept.db, L"y");
+        putSystem(going.db, L"z");
+        manager().initFromDatabase(&kept.db);
+        manager().initFromDatabase(&going.db);
+        held = manager().getSystemByName(&going.db, L"z");
+        EXPECT_EQ(held.use_count(), 2);
+        EXPECT_NE(manager().getSystemById(going.named), manager().getSystemById(kept.named));
+    }
+    EXPECT_EQ(held.use_count(), 1); // only who holds a copy keeps it
+    for (const wchar_t* const name : {L"ASDWG", L"x", L"y"})
+        EXPECT_NE(manager().getSystemByName(&kept.db, name), nullptr) << name;
+}
+
+TEST(SystemManager, TheMessageOfAnOpenedDrawingTakesItUp) {
+    StoreDrawing drawing(L"ASDWG");
+    putSystem(drawing.db, L"ASDWG");
+    EXPECT_EQ(Taldork_DBX_Application::instance().On_kLoadDwgMsg(nullptr), AcRx::kRetOK);
+    EXPECT_NE(manager().getSystemByName(&drawing.db, L"ASDWG"), nullptr);
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    EXPECT_EQ(Taldork_DBX_Application::instance().On_kLoadDwgMsg(nullptr), AcRx::kRetOK);
+}
+
+} // namespace

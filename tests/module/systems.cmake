@@ -1,0 +1,18 @@
+set(TEST_SOURCES
+  dbx/doc/converter_test.cpp
+  dbx/doc/database_element_base_test.cpp
+  dbx/doc/doc_data_test.cpp
+  dbx/doc/drawing_unit_test.cpp
+  dbx/doc/enumerate_cdbs_test.cpp
+  dbx/doc/linked_thing.cpp
+  dbx/doc/object_logger_test.cpp
+  dbx/doc/old_drawings_test.cpp
+  dbx/doc/system_damage_test.cpp
+  dbx/doc/system_fallback_test.cpp
+  dbx/doc/system_manager_test.cpp
+  dbx/doc/system_property_test.cpp
+  dbx/doc/system_settings_test.cpp
+  dbx/doc/system_test.cpp
+  dbx/doc/system_transform_test.cpp
+  dbx/doc/system_update_test.cpp
+  dbx/doc/use_system_test.cpp)

@@ -1,0 +1,12 @@
+set(TEST_SOURCES
+  base/key_value_storage_test.cpp
+  dbx/elem/bimid_test.cpp
+  dbx/elem/element_log_test.cpp
+  dbx/elem/object_properties_test.cpp
+  dbx/elem/property_owner_test.cpp
+  dbx/elem/property_serializers_test.cpp
+  dbx/elem/value_holder.cpp
+  dbx/elem/values_in_drawing_test.cpp
+  property_tree/arx/property_tree_compare_test.cpp
+  property_tree/arx/property_tree_filer_test.cpp
+  property_tree/arx/property_tree_property_test.cpp)
