@@ -38,11 +38,14 @@ public:
 struct CommandGroup {
     const char* name;
     const char* description;
+    bool isCommand = false; ///< the word is a subcommand by itself
 };
 inline constexpr CommandGroup commandGroups[] = {
     {"store", "Record stores of a drawing"},
     {"records", "Records of a store: list, read, write, delete, copy, synchronise"},
     {"data", "General data of a store: named texts, flags and raw values"},
+    {"systems", "Structural systems of a drawing: list, create, change, check"},
+    {"convert", "Converts points between a drawing and the store of a system", true},
 };
 
 /// Adds a subcommand: `summary` is its line in the list of subcommands, `details` stands below the options in
@@ -82,6 +85,10 @@ public:
 
     /// Makes an empty record store. False when it is there already. Throws Failure.
     virtual bool createStore(AcDbDatabase& database, const std::string& name) = 0;
+
+    /// True while the module takes up the systems of a drawing that is just being opened: what it reports
+    /// then is the matter of the systems alone, and no fault of the call that opens the drawing.
+    virtual bool takesUpDrawing() const = 0;
 
     /// Where failed expectations go, one line each. An empty function brings the default back, standard
     /// error.

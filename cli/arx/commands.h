@@ -16,11 +16,18 @@ std::unique_ptr<Command> makeRecordsCopy();
 std::unique_ptr<Command> makeRecordsSync();
 std::unique_ptr<Command> makeDataGet();
 std::unique_ptr<Command> makeDataSet();
+std::unique_ptr<Command> makeSystemsList();
+std::unique_ptr<Command> makeSystemsCreate();
+std::unique_ptr<Command> makeSystemsSet();
+std::unique_ptr<Command> makeSystemsCheck();
+std::unique_ptr<Command> makeConvert();
 
 /// Options that several subcommands share.
 void addDrawing(CLI::App& command, std::string& file, const std::string& name = "FILE",
                 const std::string& meaning = "the drawing");
 void addStore(CLI::App& command, std::string& store);
-void addJson(CLI::App& command, bool& json);
+CLI::Option* addJson(CLI::App& command, bool& json);
+/// The argument NAME.
+void addSystem(CLI::App& command, std::string& name);
 
 } // namespace taldork::cli

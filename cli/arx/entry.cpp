@@ -7,6 +7,7 @@
 
 #include "dbxEntryPoint.h"
 #include "rxdict.h"
+#include "rxevent.h"
 
 #ifdef _WIN32
 #define TALDORK_ARX_EXPORT __declspec(dllexport)
@@ -17,6 +18,25 @@
 namespace taldork::cli {
 
 namespace {
+
+/// Knows when the module takes up a drawing: between the moment in which the drawing is whole and the end of
+/// the message that tells of it, which reaches the module, loaded earlier, before this one.
+class TakeUpWatch : public AcRxEventReactor {
+public:
+    void databaseConstructed(AcDbDatabase*) override { m_takesUp = true; }
+    void databaseToBeDestroyed(AcDbDatabase*) override { m_takesUp = false; }
+    void end() { m_takesUp = false; }
+    bool takesUp() const { return m_takesUp; }
+
+private:
+    bool m_takesUp = false;
+};
+
+// For the life of the process, as the events are.
+TakeUpWatch& takeUpWatch() {
+    static auto* const watch = new TakeUpWatch;
+    return *watch;
+}
 
 class ModuleCommands : public CommandModule {
 public:
@@ -30,6 +50,11 @@ public:
         m_commands.push_back(makeRecordsSync());
         m_commands.push_back(makeDataGet());
         m_commands.push_back(makeDataSet());
+        m_commands.push_back(makeSystemsList());
+        m_commands.push_back(makeSystemsCreate());
+        m_commands.push_back(makeSystemsSet());
+        m_commands.push_back(makeSystemsCheck());
+        m_commands.push_back(makeConvert());
     }
 
     std::vector<Command*> commands() override {
@@ -44,6 +69,8 @@ public:
     bool createStore(AcDbDatabase& database, const std::string& name) override {
         return cli::createStore(database, name);
     }
+
+    bool takesUpDrawing() const override { return takeUpWatch().takesUp(); }
 
     void setReportSink(std::function<void(const std::string&)> sink) override {
         orv::smartassert::ReportSink reports;
@@ -69,13 +96,21 @@ public:
     AcRx::AppRetCode On_kInitAppMsg(void* packet) override {
         const AcRx::AppRetCode code = AcRxDbxApp::On_kInitAppMsg(packet);
         Adesk::UInt32 id = 0;
-        if (code == AcRx::kRetOK)
+        if (code == AcRx::kRetOK) {
             acrxSysRegistry()->atPut(commandsEntry, &moduleCommands(), id);
+            acrxEvent->addReactor(&takeUpWatch());
+        }
         return code;
+    }
+
+    AcRx::AppRetCode On_kLoadDwgMsg(void* packet) override {
+        takeUpWatch().end();
+        return AcRxDbxApp::On_kLoadDwgMsg(packet);
     }
 
     AcRx::AppRetCode On_kUnloadAppMsg(void* packet) override {
         acrxSysRegistry()->remove(commandsEntry);
+        acrxEvent->removeReactor(&takeUpWatch());
         return AcRxDbxApp::On_kUnloadAppMsg(packet);
     }
 
@@ -91,6 +126,8 @@ extern "C" TALDORK_ARX_EXPORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode m
     switch (message) {
     case AcRx::kInitAppMsg:
         return application.On_kInitAppMsg(packet);
+    case AcRx::kLoadDwgMsg:
+        return application.On_kLoadDwgMsg(packet);
     case AcRx::kUnloadAppMsg:
         return application.On_kUnloadAppMsg(packet);
     default:

@@ -11,8 +11,14 @@ void addStore(CLI::App& command, std::string& store) {
     command.add_option("--store", store, "Name of the record store")->option_text("NAME [" + store + "]");
 }
 
-void addJson(CLI::App& command, bool& json) {
-    command.add_flag("--json", json, "Print machine-readable JSON");
+CLI::Option* addJson(CLI::App& command, bool& json) {
+    return command.add_flag("--json", json, "Print machine-readable JSON");
+}
+
+void addSystem(CLI::App& command, std::string& name) {
+    command.add_option("NAME", name, "the store of the system, as in ASDWG; upper and lower case count")
+        ->required()
+        ->option_text(noRemark);
 }
 
 } // namespace taldork::cli

@@ -2,6 +2,8 @@
 
 #include "cli/common/failure.h"
 
+#include "dbapserv.h"
+#include "dbmain.h"
 #include "embedded/session.h"
 #include "platform/text.h"
 
@@ -27,20 +29,39 @@ Drawing Drawing::open(const std::string& path) {
     return Drawing(database, path);
 }
 
+Drawing Drawing::read(const std::string& path) {
+    auto database = std::make_unique<AcDbDatabase>(false);
+    if (database->readDwgFile(platform::fromUtf8(path).c_str()) != Acad::eOk)
+        throw hostFailure(path, !embedded::lastFileError().empty() ? embedded::lastFileError()
+                                                                   : "the drawing cannot be read");
+    acdbHostApplicationServices()->setWorkingDatabase(database.get());
+    return Drawing(database.release(), path, false);
+}
+
 Drawing Drawing::create(const std::string& path) { return Drawing(embedded::newDocument(), path); }
 
-Drawing::Drawing(AcDbDatabase* database, std::string path) : m_database(database), m_path(std::move(path)) {}
+Drawing::Drawing(AcDbDatabase* database, std::string path, bool isDocument)
+    : m_database(database), m_path(std::move(path)), m_isDocument(isDocument) {}
 
 Drawing::Drawing(Drawing&& other) noexcept
-    : m_database(std::exchange(other.m_database, nullptr)), m_path(std::move(other.m_path)) {}
+    : m_database(std::exchange(other.m_database, nullptr)), m_path(std::move(other.m_path)),
+      m_isDocument(other.m_isDocument) {}
 
 Drawing& Drawing::operator=(Drawing&& other) noexcept {
     std::swap(m_database, other.m_database);
     std::swap(m_path, other.m_path);
+    std::swap(m_isDocument, other.m_isDocument);
     return *this;
 }
 
-Drawing::~Drawing() { embedded::closeDocument(m_database); }
+Drawing::~Drawing() {
+    if (m_isDocument) {
+        embedded::closeDocument(m_database);
+    } else if (m_database != nullptr) {
+        delete m_database;
+        acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    }
+}
 
 void Drawing::save() { saveAs(m_path); }
 

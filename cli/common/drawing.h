@@ -14,6 +14,9 @@ class Drawing {
 public:
     /// Opens a file.
     static Drawing open(const std::string& path);
+    /// Reads a file into a database that is no document: no application is told, so that nothing has been
+    /// taken up from it. It is the working one as long as this object.
+    static Drawing read(const std::string& path);
     /// A new drawing without a file; its name for messages and for `save` is `path`.
     static Drawing create(const std::string& path);
 
@@ -30,10 +33,11 @@ public:
     void saveAs(const std::string& path);
 
 private:
-    Drawing(AcDbDatabase* database, std::string path);
+    Drawing(AcDbDatabase* database, std::string path, bool isDocument = true);
 
     AcDbDatabase* m_database;
     std::string m_path;
+    bool m_isDocument;
 };
 
 } // namespace taldork::cli

@@ -85,6 +85,8 @@ void Program::describe() {
         m_commands.emplace_back(command->describe(m_app), command.get());
 
     for (const CommandGroup& group : commandGroups) {
+        if (group.isCommand && m_module != nullptr)
+            continue; // describes itself
         CLI::App* app = m_app.add_subcommand(group.name, group.description);
         // Without the module the words behind a group are taken as they come, to be refused with the true
         // reason.
@@ -128,7 +130,7 @@ int Program::execute() {
 }
 
 void Program::takeReport(const std::string& line) {
-    ++m_reports;
+    m_reports += m_module->takesUpDrawing() ? 0 : 1;
     if (m_verbose)
         printError(line);
 }

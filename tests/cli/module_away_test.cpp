@@ -71,7 +71,8 @@ TEST_F(ModuleAwayTest, WithTheModuleBackTheyAreRecordsAgain) {
 TEST_F(ModuleAwayTest, NewAndItsHelpWork) {
     done({"new", file("a.dwg")});
     EXPECT_EQ(json({"info", file("a.dwg")})["version"], "AC1015");
-    EXPECT_NE(done({"--help"}).find("records"), std::string::npos);
+    for (const char* word : {"records", "systems", "convert"})
+        EXPECT_NE(done({"--help"}).find(word), std::string::npos) << word;
     EXPECT_EQ(taldork({"melt"}).code, 2);
 }
 
@@ -81,6 +82,9 @@ TEST_F(ModuleAwayTest, WhatNeedsTheModuleFailsInOneLine) {
     expectFailure(taldork({"records", "put", drawing, "10/0", "--hex", "01", "--append"}), "records");
     expectFailure(taldork({"store", "create", drawing, "A"}), "store");
     expectFailure(taldork({"data", "get", drawing, "ASDWG", "title"}), "data");
+    expectFailure(taldork({"systems", "list", drawing}), "systems");
+    expectFailure(taldork({"systems", "set", drawing, "ASDWG", "nodes=1"}), "systems");
+    expectFailure(taldork({"convert", drawing, "ASDWG", "--to-store", "-1,2,3"}), "convert");
     expectFailure(taldork({"new", file("b.dwg"), "--store", "A"}), "--store");
     EXPECT_FALSE(fs::exists(file("b.dwg")));
     EXPECT_TRUE(readWholeFile(drawing) == before);
@@ -99,7 +103,11 @@ TEST_F(ModuleAwayTest, TheUsersRegistryBringsTheModuleFromElsewhere) {
     program = fs::path(TALDORK_BIN) / "taldork";
     done({"info", drawing});
     program = folder.path() / "bin" / "taldork";
-    EXPECT_EQ(json({"info", drawing})["proxies"].size(), 0U);
+    // The record 10/0 is no system. Nobody who could take the module's reports knows of it.
+    const ProgramRun run = taldork({"info", drawing, "--json"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.err.find("10/0 system entry is corrupt."), std::string::npos) << run.err;
+    EXPECT_EQ(nlohmann::ordered_json::parse(run.out)["proxies"].size(), 0U);
 }
 
 } // namespace tests

@@ -19,13 +19,18 @@ const std::vector<std::vector<std::string>> subcommands = {{"new"},
                                                            {"records", "copy"},
                                                            {"records", "sync"},
                                                            {"data", "get"},
-                                                           {"data", "set"}};
+                                                           {"data", "set"},
+                                                           {"systems", "list"},
+                                                           {"systems", "create"},
+                                                           {"systems", "set"},
+                                                           {"systems", "check"},
+                                                           {"convert"}};
 
 } // namespace
 
 TEST_F(UsageTest, HelpNamesEverySubcommandOfTheFirstLevel) {
     const std::string help = done({"--help"});
-    for (const char* word : {"new", "save", "info", "store", "records", "data"})
+    for (const char* word : {"new", "save", "info", "store", "records", "data", "systems", "convert"})
         EXPECT_NE(help.find(std::string("\n  ") + word + " "), std::string::npos) << word << "\n" << help;
 }
 
@@ -51,7 +56,7 @@ TEST_F(UsageTest, EverySubcommandWithoutArgumentsIsWrongUsage) {
 TEST_F(UsageTest, NoSubcommandIsWrongUsage) { EXPECT_EQ(taldork({}).code, 2); }
 
 TEST_F(UsageTest, AGroupWithoutItsSecondWordIsWrongUsage) {
-    for (const char* group : {"store", "records", "data"})
+    for (const char* group : {"store", "records", "data", "systems"})
         EXPECT_EQ(taldork({group}).code, 2) << group;
 }
 
