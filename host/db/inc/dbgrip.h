@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AdAChar.h"
 #include "acadstrc.h"
 #include "acarray.h"
 #include "adesk.h"
