@@ -32,7 +32,7 @@ void setUuidCalls(UuidCalls* calls) { g_replacement = calls; }
 UuidCalls& uuidCalls() { return g_replacement == nullptr ? systemCalls() : *g_replacement; }
 
 int UuidCalls::createSequential(Uuid& uuid) {
-    UUID made;
+    UUID made = {};
     const RPC_STATUS status = UuidCreateSequential(&made);
     std::memcpy(&uuid, &made, sizeof uuid);
     return static_cast<int>(status);

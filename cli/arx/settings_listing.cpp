@@ -1,5 +1,7 @@
 #include "cli/arx/settings_listing.h"
 
+#include "cli/common/numbers.h"
+
 #include "dbx/doc/visual_settings.h"
 #include "dbx/serArchives.h"
 
@@ -7,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 
@@ -38,6 +41,7 @@ public:
         };
         return equal(m_set.getRawSize(index)) || equal(m_filed.getRawSize(index));
     }
+    std::uint32_t sizeFlags(int index) const { return m_set.getRawSize(index).flags; }
     bool isSwitch(const Settings& settings, int index) const {
         return settings.getSwitch(index) == m_set.getSwitch(index);
     }
@@ -49,6 +53,21 @@ private:
 const Defaults& defaults() {
     static const Defaults defaults;
     return defaults;
+}
+
+// A size that differs in its flags alone would look like the default.
+std::string sizeText(const Json& size) {
+    const int number = size["number"];
+    const std::uint32_t flags = size["flags"];
+    const std::string text = "size " + std::to_string(number) + " = " + roundedText(size["value"]);
+    return flags == defaults().sizeFlags(number) ? text : text + ", flags " + std::to_string(flags);
+}
+
+// A number that is neither of the two is on as well.
+std::string switchText(const Json& position) {
+    const int number = position["number"], value = position["value"];
+    const std::string text = "switch " + std::to_string(number) + (position["on"] ? " on" : " off");
+    return value == 0 || value == 1 ? text : text + ", value " + std::to_string(value);
 }
 
 int byteOf(double part) { return static_cast<int>(std::clamp(part, 0.0, 1.0) * 255.0); }
@@ -80,6 +99,19 @@ Json describeSettings(const Settings& settings, bool all) {
         if (all || !defaults().isColour(settings, index))
             colours.push_back({{"number", index}, {"colour", colourText(settings.getColour(index))}});
     return {{"sizes", std::move(sizes)}, {"switches", std::move(switches)}, {"colours", std::move(colours)}};
+}
+
+std::vector<std::string> differenceTexts(const Settings& settings) {
+    const Json differences = describeSettings(settings, false);
+    std::vector<std::string> texts;
+    for (const Json& size : differences["sizes"])
+        texts.push_back(sizeText(size));
+    for (const Json& position : differences["switches"])
+        texts.push_back(switchText(position));
+    for (const Json& colour : differences["colours"])
+        texts.push_back("colour " + std::to_string(colour["number"].get<int>()) + " " +
+                        colour["colour"].get<std::string>());
+    return texts;
 }
 
 std::size_t countDifferences(const Settings& settings) {

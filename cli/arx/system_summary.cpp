@@ -3,6 +3,7 @@
 #include "cli/arx/report_scope.h"
 #include "cli/arx/settings_listing.h"
 #include "cli/arx/system_words.h"
+#include "cli/common/messages.h"
 #include "cli/common/terminal.h"
 
 #include "platform/text.h"
@@ -19,6 +20,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr std::size_t keyWidth = 13;
+constexpr std::size_t mostDifferences = 8;
 
 /// What is so small against the largest number of a box, or against 1, is the dust of a turn.
 constexpr double dust = 1e-12;
@@ -43,7 +45,7 @@ Json orNull(const std::optional<Value>& value) {
 }
 
 std::string row(const std::string& key, const std::string& text) {
-    return "  " + padRight(key, keyWidth) + text + "\n";
+    return "  " + padRight(key, keyWidth) + oneLine(text) + "\n";
 }
 
 double largestOf(const Point& point) {
@@ -66,6 +68,17 @@ std::string codeText(const SystemSummary& summary) {
     return summary.codeName.value_or("-") +
            ", nation: " + (summary.codeNation ? std::to_string(*summary.codeNation) : "-") +
            ", category: " + summary.codeCategory.value_or("-");
+}
+
+std::string settingsRows(const orv::System& system, int version) {
+    const auto differences = differenceTexts(system.visSettings());
+    std::string text = row("settings", "version " + std::to_string(version) + ", " +
+                                           counted(differences.size(), "difference") + " from the defaults");
+    for (std::size_t i = 0; i < std::min(differences.size(), mostDifferences); ++i)
+        text += row("", differences[i]);
+    if (differences.size() > mostDifferences)
+        text += row("", "… " + std::to_string(differences.size() - mostDifferences) + " more, see --json");
+    return text;
 }
 
 Json boxJson(const SystemSummary::Box& box) { return {{"min", box.min}, {"max", box.max}}; }
@@ -105,7 +118,7 @@ SystemSummary::SystemSummary(const orv::System& system) {
 
 std::string systemText(const std::string& name, const orv::System& system) {
     const SystemSummary summary(system);
-    return name + "\n" + row("kind", summary.kind) + row("gravity", summary.gravity) +
+    return oneLine(name) + "\n" + row("kind", summary.kind) + row("gravity", summary.gravity) +
            row("unit", summary.unit + ", scale " + roundedText(summary.scale)) +
            row("axes",
                "x " + shortText(summary.x) + ", y " + shortText(summary.y) + ", z " + shortText(summary.z)) +
@@ -113,10 +126,7 @@ std::string systemText(const std::string& name, const orv::System& system) {
            row("", boxText(summary.inDrawing, "drawing")) +
            row("nodes", std::to_string(summary.nodes) + ", highest " + std::to_string(summary.highestNode)) +
            row("project", summary.project.value_or("-")) + row("design code", codeText(summary)) +
-           row("point size", roundedText(summary.pointSize)) +
-           row("settings", "version " + std::to_string(summary.settingsVersion) + ", " +
-                               counted(countDifferences(system.visSettings()), "difference") +
-                               " from the defaults");
+           row("point size", roundedText(summary.pointSize)) + settingsRows(system, summary.settingsVersion);
 }
 
 Json describeSystem(const orv::System& system, bool allSettings) {

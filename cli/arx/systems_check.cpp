@@ -1,20 +1,14 @@
 #include "cli/arx/commands.h"
-#include "cli/arx/report_scope.h"
+#include "cli/arx/system_complaints.h"
 #include "cli/common/drawing.h"
 #include "cli/common/failure.h"
+#include "cli/common/messages.h"
 #include "cli/common/output.h"
 #include "cli/common/terminal.h"
 
-#include "dbx/doc/enumerate_cdbs.h"
-#include "dbx/doc/system_manager.h"
-#include "platform/text.h"
-
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cstdio>
-#include <exception>
-#include <optional>
 
 namespace taldork::cli {
 
@@ -36,19 +30,7 @@ const char* severityWord(Severity severity) {
     return "debug";
 }
 
-/// Something that went wrong while the systems were read.
-struct Complaint {
-    std::optional<std::string> store; ///< none for what concerns the drawing as a whole
-    std::optional<Report> report;     ///< none for an exception
-    std::string exception;
-};
-
-std::string oneLine(std::string text) {
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return text;
-}
-
-std::string lineOf(const Complaint& complaint) {
+std::string lineOf(const SystemComplaint& complaint) {
     std::string line = complaint.store.value_or("(drawing)") + ": ";
     if (!complaint.report)
         return oneLine(line + "exception: " + complaint.exception) + "\n";
@@ -60,7 +42,7 @@ std::string lineOf(const Complaint& complaint) {
     return oneLine(line + (report.values.empty() ? "" : "]")) + "\n";
 }
 
-Json jsonOf(const Complaint& complaint) {
+Json jsonOf(const SystemComplaint& complaint) {
     Json json = {{"store", complaint.store ? Json(*complaint.store) : Json()}};
     if (!complaint.report) {
         json.update({{"kind", "exception"}, {"message", complaint.exception}});
@@ -76,31 +58,6 @@ Json jsonOf(const Complaint& complaint) {
                  {"message", report.message},
                  {"values", std::move(values)}});
     return json;
-}
-
-/// Reads every system of a drawing that nobody has looked into yet, since an object that is damaged complains
-/// when it is first opened and not again.
-std::vector<Complaint> readSystems(AcDbDatabase& database, std::size_t& stores) {
-    std::vector<Complaint> complaints;
-    std::optional<std::string> store;
-    const ReportScope scope(
-        [&](const Report& report) {
-            complaints.push_back({store, report, ""});
-        },
-        ReportScope::Before::kHearsToo);
-    orv::SystemManager::Names names;
-    stores = orv::detail::enumerateCdbsInNod(&database, names);
-    Progress progress("reading systems", names.size());
-    for (auto it = names.cbegin(); it != names.cend(); ++it) {
-        store = platform::toUtf8(it->first);
-        try {
-            orv::SystemManager::instance()._initForStore(database, it);
-        } catch (const std::exception& exception) {
-            complaints.push_back({store, std::nullopt, exception.what()});
-        }
-        progress.step();
-    }
-    return complaints;
 }
 
 class SystemsCheck : public Command {
@@ -122,30 +79,29 @@ public:
 
     void run() override {
         const Drawing drawing = Drawing::read(m_file);
-        std::size_t stores = 0;
-        const auto complaints = readSystems(drawing.database(), stores);
-        m_json ? printAsJson(complaints, stores) : print(complaints, stores);
+        const SystemComplaints complaints = readSystems(drawing.database());
+        m_json ? printAsJson(complaints) : print(complaints);
         // Their count stands behind them also where both streams end in one.
         std::fflush(stdout);
-        if (!complaints.empty())
-            throw Failure(m_file, counted(complaints.size(), "complaint"));
+        if (!complaints.list.empty())
+            throw Failure(m_file, counted(complaints.list.size(), "complaint"));
     }
 
 private:
-    static void print(const std::vector<Complaint>& complaints, std::size_t stores) {
+    static void print(const SystemComplaints& complaints) {
         std::string text;
-        for (const Complaint& complaint : complaints)
+        for (const SystemComplaint& complaint : complaints.list)
             text += lineOf(complaint);
-        if (complaints.empty())
-            text = counted(stores, "store") + ", no complaints\n";
+        if (complaints.list.empty())
+            text = counted(complaints.stores, "store") + ", no complaints\n";
         printText(text);
     }
 
-    void printAsJson(const std::vector<Complaint>& complaints, std::size_t stores) const {
+    void printAsJson(const SystemComplaints& complaints) const {
         Json list = Json::array();
-        for (const Complaint& complaint : complaints)
+        for (const SystemComplaint& complaint : complaints.list)
             list.push_back(jsonOf(complaint));
-        printJson({{"file", m_file}, {"stores", stores}, {"complaints", std::move(list)}});
+        printJson({{"file", m_file}, {"stores", complaints.stores}, {"complaints", std::move(list)}});
     }
 
     std::string m_file;

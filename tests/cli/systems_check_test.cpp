@@ -124,7 +124,7 @@ TEST_P(BrokenStoreTest, IsToldAndHidesNoOther) {
     EXPECT_EQ(listed["systems"][1]["remark"].is_null(), broken.hasSystem);
     EXPECT_EQ(listed["systems"][2]["unit"], "mm");
     const bool throws = broken.complaints.back().find("exception") != std::string::npos;
-    EXPECT_EQ(listed["complaints"], broken.complaints.size() - (throws ? 1 : 0));
+    EXPECT_EQ(listed["complaints"], broken.complaints.size());
     EXPECT_EQ(holds(run.err, "filer error"), throws) << run.err;
 
     // Neither has changed the file, and the whole systems can be worked with.
@@ -176,6 +176,35 @@ TEST_F(SystemsCheckTest, EveryStoreOfSeveralBrokenOnesIsTold) {
     EXPECT_EQ(count("CUT: exception: filer error"), 1);
     EXPECT_EQ(count("CUT2: exception: filer error"), 1);
     EXPECT_GE(count("CUT2: debug: invalid/unsupported system type (iprob != 9) [iprob=9]"), 1);
+}
+
+TEST_F(SystemsCheckTest, TheListCountsEveryExceptionToo) {
+    const std::string drawing = drawingWithSystem();
+    for (const char* store : {"CUT", "CUT2"}) {
+        put(drawing, store, "10/0", systemRecord(0, -3));
+        put(drawing, store, "10/100", settingsRecord(1, 15, 300));
+    }
+    ASSERT_EQ(complaints(drawing).size(), 4U);
+    const ProgramRun run = taldork({"systems", "list", drawing});
+    EXPECT_TRUE(holds(run.out, "\n3 stores, 3 systems\n4 complaints; 'taldork systems check' tells them\n"))
+        << run.out;
+    // The second reading, which counts, is heard by nobody.
+    const ProgramRun verbose = taldork({"--verbose", "systems", "list", drawing});
+    EXPECT_EQ(verbose.out, run.out);
+    const std::string condition = "(currOffset + sizeof(T)) <= size_";
+    const std::size_t first = verbose.err.find(condition), second = verbose.err.find(condition, first + 1);
+    ASSERT_NE(second, std::string::npos) << verbose.err;
+    EXPECT_EQ(verbose.err.find(condition, second + 1), std::string::npos) << verbose.err;
+}
+
+TEST_F(SystemsCheckTest, AControlCharacterInAStoresNameIsPrintedAsABlank) {
+    const std::string drawing = drawingWithSystem();
+    done({"store", "create", drawing, "A\x1b[31m\tB"});
+    EXPECT_EQ(complaints(drawing),
+              (Lines{"A [31m B: debug: Failed to find fallback record for 10/0. (false)",
+                     "A [31m B: debug: system could not be initialized (success) [it->first=A [31m B]"}));
+    EXPECT_TRUE(holds(done({"systems", "list", drawing}), "A [31m B: no system"));
+    EXPECT_EQ(json({"systems", "list", drawing})["systems"].size(), 2U);
 }
 
 TEST_F(SystemsCheckTest, ReportsArePrintedOnce) {

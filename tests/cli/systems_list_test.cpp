@@ -50,7 +50,44 @@ TEST_F(SystemsListTest, ForPeopleHasABlockForEachSystem) {
               "  design code  -, nation: -, category: -\n"
               "  point size   0.01\n"
               "  settings     version 15, 1 difference from the defaults\n"
+              "               size 2 = 1\n"
               "1 store, 1 system\n");
+}
+
+TEST_F(SystemsListTest, ForPeopleTheDifferentSettingsAreTold) {
+    const std::string drawing = drawingWithSystem();
+    EXPECT_NE(done({"systems", "list", drawing}).find("0 differences from the defaults\n1 store"),
+              std::string::npos);
+    done({"systems", "set", drawing, "ASDWG", "colour.1=#00ff00", "size.8=0.4", "switch.21=off",
+          "switch.22=on"});
+    const std::string text = done({"systems", "list", drawing});
+    EXPECT_NE(text.find("differences from the defaults\n"
+                        "               size 8 = 0.4\n"
+                        "               switch 21 off\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("\n               colour 1 #00FF00FF\n1 store, 1 system\n"), std::string::npos)
+        << text;
+}
+
+TEST_F(SystemsListTest, ForPeopleOfMoreThanEightDifferentSettingsTheFirstEightAreTold) {
+    const std::string drawing = drawingWithSystem();
+    Words set = {"systems", "set", drawing, "ASDWG"};
+    for (int number = 200; number < 208; ++number)
+        set.push_back("size." + std::to_string(number) + "=-7.5");
+    done(set);
+    EXPECT_NE(done({"systems", "list", drawing}).find("\n               size 207 = -7.5\n1 store"),
+              std::string::npos);
+    done({"systems", "set", drawing, "ASDWG", "size.208=-7.5", "colour.0=#01020304"});
+    const std::string text = done({"systems", "list", drawing});
+    EXPECT_NE(text.find("10 differences from the defaults\n               size 200 = -7.5\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(
+        text.find(
+            "\n               size 207 = -7.5\n               \xe2\x80\xa6 2 more, see --json\n1 store"),
+        std::string::npos)
+        << text;
 }
 
 TEST_F(SystemsListTest, ForPeopleTheDustOfATurnIsZero) {

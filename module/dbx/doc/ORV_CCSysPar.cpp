@@ -56,6 +56,11 @@ std::wstring cutVersion(const std::wstring& text) {
     return platform::fromUtf16(platform::toUtf16(text).substr(0, kVersionTextBytes));
 }
 
+// A state comes from a drawing and may be any number: the sum goes round.
+int plus(int problem, int state) {
+    return static_cast<int>(static_cast<unsigned int>(problem) + static_cast<unsigned int>(state));
+}
+
 } // namespace
 
 ORV_CCSysPar::ORV_CCSysPar() = default;
@@ -245,6 +250,6 @@ int ORV_CCSysPar::get_iprob(orv::SYSTEM system, orv::ZUSTAND zustand, int flag) 
         return 0;
     const int along = orv_get_nvec().isEqualTo(AcGeVector3d::kZAxis, AcGeContext::gTol) ? kSeenAlongZ : 0;
     if (system == orv::EBENE)
-        return kPlane + along + (zustand == kNoState ? 0 : static_cast<int>(zustand));
+        return plus(kPlane + along, zustand == kNoState ? 0 : static_cast<int>(zustand));
     return kPlate + along + (flag & kPlateFlag);
 }

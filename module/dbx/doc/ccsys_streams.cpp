@@ -35,7 +35,13 @@ Adesk::Int32 DwgItemSource::magic() {
     const Adesk::Int32 value = integer();
     // What a stream in memory answers behind its end, and what the drawing file's does.
     const Acad::ErrorStatus es = m_filer.filerStatus();
-    if (whole && (es == Acad::eEndOfObject || es == Acad::eDwgObjectImproperlyRead))
+    if (!whole || (es != Acad::eEndOfObject && es != Acad::eDwgObjectImproperlyRead))
+        return value;
+    m_filer.resetFilerStatus();
+    Adesk::UInt8 left = 0;
+    if (m_filer.readUInt8(&left) == Acad::eOk)
+        m_filer.setFilerStatus(es); // the stream breaks off inside the number
+    else
         m_filer.resetFilerStatus();
     return value;
 }
@@ -104,6 +110,15 @@ Adesk::Int32 DxfItemSource::integer() {
 }
 
 Adesk::Int32 DxfItemSource::magic() { return m_filer.atEndOfObject() && !m_filer.atEOF() ? 0 : integer(); }
+
+void DxfItemSource::textFormMark() {
+    const Value passed(acutNewRb(AcDb::kDxfInvalid));
+    const Acad::ErrorStatus es = m_filer.readResBuf(passed.get());
+    ORV_NOTE_STATUS(es);
+    if (es != Acad::eOk)
+        m_filer.setError(Acad::eMissingDxfField, L"the object ends where group code %d is due",
+                         static_cast<int>(AcDb::kDxfInt32));
+}
 
 double DxfItemSource::real() {
     const Value value = next(AcDb::kDxfReal);

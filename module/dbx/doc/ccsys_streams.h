@@ -69,7 +69,7 @@ public:
     bool flag() { return integer() != 0; }
     std::wstring versionText() { return textOf(AcDb::kDxfXTextString); }
     std::string chunk();
-    void textFormMark() { integer(); }
+    void textFormMark();
     Acad::ErrorStatus status() const { return m_filer.filerStatus(); }
 
 private:

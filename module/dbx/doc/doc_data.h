@@ -28,6 +28,7 @@ public:
             db = acdbHostApplicationServices()->workingDatabase();
         if (db == m_last && m_lastData != nullptr)
             return *m_lastData;
+        m_lastData = nullptr; // should the copy throw, nothing is remembered
         m_last = db;
         m_lastData = &m_data.emplace(db, m_prototype).first->second;
         return *m_lastData;

@@ -24,6 +24,12 @@ void ObjectLogger::subOpen(const AcDbObjectId& id, AcDb::OpenMode mode, AcRxClas
 
 void ObjectLogger::subClose(const AcDbObjectId& id, AcRxClass* cls) { ++countersOf(id, cls).closed; }
 
+const ObjectLogger::counters_t* ObjectLogger::find(const AcDbObjectId& id) const {
+    const Counters& objects = ms_data(nullptr);
+    const auto found = objects.find(id);
+    return found != objects.end() ? &found->second : nullptr;
+}
+
 void ObjectLogger::dump() const {
     const Counters& objects = ms_data(nullptr);
     acutPrintf(L"orv::ObjectLogger: %d entries\n", static_cast<int>(objects.size()));

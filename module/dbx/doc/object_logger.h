@@ -33,6 +33,8 @@ struct TALDORK_API ObjectLogger {
     void subOpen(const AcDbObjectId& id, AcDb::OpenMode mode, AcRxClass* cls);
     void subClose(const AcDbObjectId& id, AcRxClass* cls);
 
+    // What was counted for an object; null if nothing was. Valid until `clear` or the drawing's end.
+    const counters_t* find(const AcDbObjectId& id) const;
     // Prints the counters on the command line, by object id.
     void dump() const;
     // Forgets the working drawing's counters.

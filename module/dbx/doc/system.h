@@ -30,9 +30,9 @@ struct ICdb;
 // Lengths and points of the drawing are in WCS, those of the store in its own axes and unit.
 //
 // What is told of the record 10/0 comes from its bytes as they were read. A system without that record
-// reports each question for it ("!m_data_10_0.is_empty()") and answers as told there; fields that a short
-// record does not reach are zero and cannot be set. Nothing throws, except what updateVisFrom and a listener
-// of the log throw. For the host's main thread.
+// reports each question for it ("!m_data_10_0.is_empty()"), a change of the box too, and answers as each
+// operation says; fields that a short record does not reach are zero and cannot be set. Nothing throws,
+// except what updateVisFrom and a listener of the log throw. For the host's main thread.
 class TALDORK_API System {
 public:
     // Of the layers that elements are grouped by.

@@ -6,13 +6,14 @@
 #include "dbx/doc/database_element_base.h"
 #include "dbx/doc/system_manager.h"
 #include "platform/sanitizer.h"
+#include "platform/text.h"
 
 namespace orv {
 
 namespace {
 
-// A layer's name begins with a prefix of this length, which says what is on the layer; the store's name
-// follows.
+// A layer's name begins with a prefix of this length, in 16-bit units as the host counts them, which says
+// what is on the layer; the store's name follows.
 constexpr std::size_t kLayerPrefix = 9;
 
 // The drawing of an entity; of an element that is in none yet, the one of its store. Null if there is
@@ -53,8 +54,9 @@ UseSystem::UseSystem(const AcDbEntity* entity) : m_layer(entity != nullptr ? ent
     if (element != nullptr)
         m_system = systemOf(db, *element).get();
     const std::wstring layerName = m_layer.name();
-    if (m_system == nullptr && layerName.size() > kLayerPrefix) {
-        const std::wstring dbName = layerName.substr(kLayerPrefix);
+    const std::u16string units = platform::toUtf16(layerName);
+    if (m_system == nullptr && units.size() > kLayerPrefix) {
+        const std::wstring dbName = platform::fromUtf16(units.substr(kLayerPrefix));
         m_system = manager.getSystemByName(db, dbName).get();
         ORV_ASSERT(m_system)(layerName)(dbName).debug("system not found");
     }

@@ -162,6 +162,8 @@ ColourRGBA unpacked(unsigned int filed) {
     return {part(24), part(16), part(8), part(0)};
 }
 
+// Here and below, entries beyond the table are read and dropped, so that a damaged count makes one report and
+// not one per entry.
 void readColours(serialization::IInArchive& archive, Settings& settings) {
     int32 count = 0;
     archive >> count;
@@ -169,7 +171,8 @@ void readColours(serialization::IInArchive& archive, Settings& settings) {
     for (int32 index = 0; index < count; ++index) {
         unsigned int filed = 0;
         archive >> filed;
-        settings.setColour(index, unpacked(filed));
+        if (index < settings.numColours())
+            settings.setColour(index, unpacked(filed));
     }
 }
 
@@ -181,8 +184,10 @@ void readSizes(serialization::IInArchive& archive, Settings& settings) {
         float value = 0.0f;
         unsigned int flags = 0;
         archive >> value >> flags;
-        settings.setSize(index, static_cast<double>(value));
-        settings.setSizeFlags(index, flags);
+        if (index < settings.numSizes()) {
+            settings.setSize(index, static_cast<double>(value));
+            settings.setSizeFlags(index, flags);
+        }
     }
 }
 
@@ -193,7 +198,8 @@ void readSwitches(serialization::IInArchive& archive, Settings& settings) {
     for (int32 index = 0; index < count; ++index) {
         unsigned char value = 0;
         archive >> value;
-        settings.setSwitch(index, value);
+        if (index < settings.numSwitches())
+            settings.setSwitch(index, value);
     }
 }
 

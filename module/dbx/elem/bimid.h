@@ -32,8 +32,8 @@ TALDORK_API std::string toString(const std::string& id);
 // The record of a store: the number 999, then the text up to its first zero byte, filled with blanks to whole
 // words of four bytes.
 TALDORK_API Blob toCDB(const std::string& id);
-// The text of a record, without trailing blanks. The number in front is not looked at. A record that is too
-// short for any text is reported and gives an empty one.
+// The text of a record, without trailing blanks. The number in front is not looked at. A record of less than
+// 5 bytes is reported and gives an empty text; one of 5 to 7 bytes gives it without a report.
 TALDORK_API std::string fromCDB(const Blob& data);
 TALDORK_API void fromCDB(const Blob& data, std::string& id);
 

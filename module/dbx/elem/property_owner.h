@@ -59,14 +59,18 @@ public:
     // A copy of the value; empty for a missing key. A property of another type is reported, and is empty too.
     template <class T>
     boost::optional<T> getValueNotThrow(const Key& key) const {
-        if (!get(key))
-            return boost::none;
-        try {
-            return casted<T>(key);
-        } catch (const Exception&) {
-            ORV_ASSERT(false).debug("getValueNotThrow() failed");
-            return boost::none;
+        const T* value = nullptr;
+        if (get(key)) {
+            try {
+                value = &casted<T>(key);
+            } catch (const Exception&) {
+                ORV_ASSERT(false).debug("getValueNotThrow() failed");
+            }
         }
+        boost::optional<T> copy;
+        if (value != nullptr)
+            copy = *value;
+        return copy;
     }
 
     void clear() { m_properties.clear(); }

@@ -40,6 +40,7 @@ PropertyTree& addChild(PropertyTree& parent, const std::string& path) {
 Acad::ErrorStatus dwgOutNode(AcDbDwgFiler& filer, const PropertyTree& node, std::size_t depth) {
     for (const auto& [key, child] : node) {
         const std::size_t childDepth = depth + partsOf(key);
+        ORV_ASSERT(childDepth <= kMaxDepth)(childDepth).error("the tree is too deep");
         if (childDepth > kMaxDepth)
             return Acad::eInvalidKey;
         Acad::ErrorStatus es = filer.writeInt8(kChild);

@@ -20,7 +20,7 @@ namespace orv::property_tree {
 constexpr std::size_t kMaxDepth = 1000;
 
 // Writes the tree. Status 3 if the root has data; 22 at a value of a type that has no tag; 33 at a node below
-// kMaxDepth. What was written until then is written.
+// kMaxDepth; each of the three is reported. What was written until then is written.
 TALDORK_API Acad::ErrorStatus dwgOut(AcDbDwgFiler& filer, const PropertyTree& t);
 
 // Replaces the content of `t`. Status 22 at an unknown tag; 33 at an unknown marker or below kMaxDepth; `t`

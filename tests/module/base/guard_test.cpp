@@ -149,7 +149,7 @@ TEST(Guard, AConsoleThatThrowsIsNotHeardOutsideOfAnyHandler) {
         << "nothing is left of the lines before";
 }
 
-TEST(CriticalGuard, AConsoleThatThrowsLeavesTheStatusAndCountsAsTold) {
+TEST(CriticalGuard, AConsoleThatThrowsLeavesTheStatusAndIsNotToldAgain) {
     {
         FailingBeep beep;
         EXPECT_NO_THROW(EXPECT_EQ(fileThree(), 67));

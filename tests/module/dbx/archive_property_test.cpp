@@ -24,9 +24,22 @@ using orv::BlobRef;
 
 namespace {
 
-using Value = std::variant<bool, signed char, unsigned char, short, unsigned short, int, unsigned int,
-                           std::int64_t, std::uint64_t, float, double, std::string, std::wstring, Blob,
-                           AcGePoint2d, AcGeVector2d, AcGePoint3d, AcGeVector3d, AcGeMatrix2d, AcGeMatrix3d>;
+// Bytes that an archive is handed as a BlobRef.
+struct Room {
+    std::vector<unsigned char> bytes;
+};
+// Ids go into the list of their strength and leave the bytes as they are.
+struct HardId {
+    AcDbObjectId id;
+};
+struct SoftId {
+    AcDbObjectId id;
+};
+
+using Value =
+    std::variant<bool, signed char, unsigned char, short, unsigned short, int, unsigned int, std::int64_t,
+                 std::uint64_t, float, double, std::string, std::wstring, Blob, AcGePoint2d, AcGeVector2d,
+                 AcGePoint3d, AcGeVector3d, AcGeMatrix2d, AcGeMatrix3d, Room, HardId, SoftId>;
 
 // Any bits at all, numbers that are none included.
 template <class T>
@@ -66,8 +79,11 @@ std::wstring anyWide() {
     return platform::fromUtf16(units);
 }
 
-Value anyValue() {
-    switch (*rc::gen::inRange(0, 20)) {
+AcDbObjectId anyId() { return AcDbObjectId().setFromOldId(anyNumber<Adesk::IntPtr>()); }
+
+// Of a type that has bytes.
+Value anyFiledValue() {
+    switch (*rc::gen::inRange(0, 21)) {
     case 0:
         return *rc::gen::arbitrary<bool>();
     case 1:
@@ -108,8 +124,23 @@ Value anyValue() {
         return anyGeometry<AcGeVector3d>();
     case 18:
         return anyGeometry<AcGeMatrix2d>();
-    default:
+    case 19:
         return anyGeometry<AcGeMatrix3d>();
+    default: {
+        const std::string bytes = anyBytes(anyLength());
+        return Room{{bytes.begin(), bytes.end()}};
+    }
+    }
+}
+
+Value anyValue() {
+    switch (*rc::gen::inRange(0, 23)) {
+    case 0:
+        return HardId{anyId()};
+    case 1:
+        return SoftId{anyId()};
+    default:
+        return anyFiledValue();
     }
 }
 
@@ -120,21 +151,56 @@ std::vector<Value> anyValues(int most) {
     return values;
 }
 
+template <class T>
+void writeOne(IOutArchive& archive, const T& value) {
+    archive << value;
+}
+void writeOne(IOutArchive& archive, const Room& value) {
+    archive << BlobRef(value.bytes.data(), value.bytes.size());
+}
+void writeOne(IOutArchive& archive, const HardId& value) { archive.hardPointer(value.id); }
+void writeOne(IOutArchive& archive, const SoftId& value) { archive.softPointer(value.id); }
+
 void write(IOutArchive& archive, const std::vector<Value>& values) {
     for (const Value& value : values)
-        std::visit([&](const auto& typed) { archive << typed; }, value);
+        std::visit([&](const auto& typed) { writeOne(archive, typed); }, value);
+}
+
+template <class T>
+T readOne(IInArchive& archive, const T&) {
+    T value{};
+    archive >> value;
+    return value;
+}
+Room readOne(IInArchive& archive, const Room& like) {
+    Room value;
+    value.bytes.resize(like.bytes.size());
+    value.bytes.shrink_to_fit();
+    BlobRef in(value.bytes.data(), value.bytes.size());
+    archive >> in;
+    return value;
+}
+HardId readOne(IInArchive& archive, const HardId&) {
+    HardId value;
+    archive.hardPointer(value.id);
+    return value;
+}
+SoftId readOne(IInArchive& archive, const SoftId&) {
+    SoftId value;
+    archive.softPointer(value.id);
+    return value;
 }
 
 // Values of the same types, read one by one; what has been read before a failure is kept.
 void read(IInArchive& archive, const std::vector<Value>& like, std::vector<Value>& values) {
     for (const Value& value : like)
-        std::visit(
-            [&](const auto& typed) {
-                std::decay_t<decltype(typed)> back{};
-                archive >> back;
-                values.emplace_back(back);
-            },
-            value);
+        std::visit([&](const auto& typed) { values.emplace_back(readOne(archive, typed)); }, value);
+}
+
+// As the owner of an archive hands them on beside the bytes.
+void copyIds(const BinaryOutArchive& from, BinaryInArchive& to) {
+    to.hardPointers() = from.hardPointers();
+    to.softPointers() = from.softPointers();
 }
 
 bool same(const Blob& a, const Blob& b) {
@@ -142,6 +208,9 @@ bool same(const Blob& a, const Blob& b) {
 }
 bool same(const std::string& a, const std::string& b) { return a == b; }
 bool same(const std::wstring& a, const std::wstring& b) { return a == b; }
+bool same(const Room& a, const Room& b) { return a.bytes == b.bytes; }
+bool same(const HardId& a, const HardId& b) { return a.id == b.id; }
+bool same(const SoftId& a, const SoftId& b) { return a.id == b.id; }
 // By their bits, since a number that is none equals nothing.
 template <class T>
 bool same(const T& a, const T& b) {
@@ -169,6 +238,9 @@ struct CapacityModel {
     }
     void operator()(const std::string& text) { put(4 + text.size()); }
     void operator()(const Blob& blob) { put(4 + blob.size()); }
+    void operator()(const Room& room) { put(4 + room.bytes.size()); }
+    void operator()(const HardId&) {}
+    void operator()(const SoftId&) {}
     void operator()(const std::wstring& text) { putTimes(4, 1 + platform::toUtf16(text).size()); }
     template <class T>
     void operator()(const T&) {
@@ -185,10 +257,11 @@ std::vector<unsigned char> exactCopy(const std::vector<unsigned char>& bytes, st
     return copy;
 }
 
-// Whatever the bytes: values, or the one failure. How many values were read.
-std::size_t readAll(const std::vector<unsigned char>& bytes, const std::vector<Value>& like,
-                    std::vector<Value>& values) {
+// Whatever the bytes: values, or the one failure. How many values were read. The ids are those of `written`.
+std::size_t readAll(const std::vector<unsigned char>& bytes, const BinaryOutArchive& written,
+                    const std::vector<Value>& like, std::vector<Value>& values) {
     BinaryInArchive archive(bytes.data(), bytes.size());
+    copyIds(written, archive);
     try {
         read(archive, like, values);
     } catch (const orv::Exception& failure) {
@@ -207,9 +280,11 @@ RC_GTEST_PROP(ArchiveProperty, AnySequenceOfValuesReadsBackEqual, ()) {
     write(out, values);
     const std::vector<unsigned char> bytes = blockOf(out);
     BinaryInArchive in(bytes.data(), bytes.size());
+    copyIds(out, in);
     std::vector<Value> back;
     read(in, values, back);
     RC_ASSERT(in.offset() == out.offset());
+    RC_ASSERT(in.hardPointers().empty() && in.softPointers().empty());
     RC_ASSERT(back.size() == values.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         RC_ASSERT(same(values[i], back[i]));
@@ -237,14 +312,14 @@ RC_GTEST_PROP(ArchiveProperty, TheBufferGrowsByWhatIsMissingAnd512More, ()) {
 RC_GTEST_PROP(ArchiveProperty, AnyTruncationEndsInTheFailure, ()) {
     ReportRecorder recorder;
     std::vector<Value> values = anyValues(8);
-    values.push_back(anyValue());
+    values.push_back(anyFiledValue());
     BinaryOutArchive out;
     write(out, values);
     const std::vector<unsigned char> bytes = blockOf(out);
     const auto kept = *rc::gen::inRange<std::size_t>(0, bytes.size());
     const std::vector<unsigned char> cut = exactCopy(bytes, kept);
     std::vector<Value> back;
-    RC_ASSERT(readAll(cut, values, back) < values.size());
+    RC_ASSERT(readAll(cut, out, values, back) < values.size());
     for (std::size_t i = 0; i < back.size(); ++i)
         RC_ASSERT(same(values[i], back[i]));
     RC_ASSERT(recorder.size() >= 1u);
@@ -256,8 +331,10 @@ RC_GTEST_PROP(ArchiveProperty, AnyBytesEndInValuesOrTheFailure, ()) {
     auto bytes = *rc::gen::container<std::vector<unsigned char>>(
         rc::gen::oneOf(rc::gen::arbitrary<unsigned char>(), rc::gen::element<unsigned char>(0, 0, 1, 2)));
     bytes.shrink_to_fit();
+    BinaryOutArchive out;
+    write(out, like);
     std::vector<Value> back;
-    readAll(bytes, like, back);
+    readAll(bytes, out, like, back);
 }
 
 RC_GTEST_PROP(ArchiveProperty, AnyBytesIntoABlobRefStayInItsRoom, ()) {
@@ -297,6 +374,9 @@ std::vector<Value> oneOfEach() {
             std::string("ab"),
             std::wstring(L"c\U0001F3D7"),
             Blob("d", 1),
+            Room{{'e', 'f'}},
+            HardId{AcDbObjectId().setFromOldId(0x2a)},
+            SoftId{AcDbObjectId().setFromOldId(0x2b)},
             AcGePoint2d(1, 2),
             AcGeVector2d(3, 4),
             AcGePoint3d(5, 6, 7),
@@ -321,12 +401,13 @@ TEST(ArchiveDamage, EveryPrefixEndsInTheFailure) {
         const std::vector<unsigned char> cut = exactCopy(bytes, size);
         std::vector<Value> back;
         BinaryInArchive archive(cut.data(), cut.size());
+        copyIds(out, archive);
         EXPECT_THROW(read(archive, values, back), orv::Exception) << size;
         EXPECT_LT(back.size(), values.size());
         EXPECT_GE(recorder.size(), 1u);
     }
     std::vector<Value> back;
-    EXPECT_EQ(readAll(bytes, values, back), values.size());
+    EXPECT_EQ(readAll(bytes, out, values, back), values.size());
 }
 
 TEST(ArchiveDamage, EverySingleBitEndsInValuesOrTheFailure) {
@@ -340,7 +421,7 @@ TEST(ArchiveDamage, EverySingleBitEndsInValuesOrTheFailure) {
         damaged[bit / 8] ^= static_cast<unsigned char>(1u << bit % 8);
         damaged.shrink_to_fit();
         std::vector<Value> back;
-        const std::size_t count = readAll(damaged, values, back);
+        const std::size_t count = readAll(damaged, out, values, back);
         bool differs = count < values.size();
         for (std::size_t i = 0; i < count; ++i)
             differs = differs || !same(values[i], back[i]);

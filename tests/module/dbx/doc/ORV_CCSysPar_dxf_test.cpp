@@ -289,9 +289,21 @@ TEST(CCSysParDxf, TheNumberBeforeTheMagicIsNotLookedAt) {
     expectSame(dataOf(object), sampleData());
 }
 
+TEST(CCSysParDxf, TheGroupBeforeTheMagicMayBeOfAnyCode) {
+    for (const Group& other : {Group{" 62", "1"}, Group{"  2", "text"}, Group{"311", "AB"}}) {
+        Groups groups = markedGroups();
+        groups[kSkippedAt] = other;
+        ORV_CCSysPar object;
+        ASSERT_EQ(readFrom(object, groups), Acad::eOk);
+        expectSame(dataOf(object), sampleData());
+    }
+}
+
 TEST(CCSysParDxf, AGroupOfAnotherCodeIsTold) {
     const Groups groups = markedGroups();
     for (std::size_t i = 1; i < groups.size(); ++i) {
+        if (i == kSkippedAt)
+            continue; // passed over, whatever it is
         for (const Group& other : {Group{" 62", "1"}, Group{"  2", "text"}, Group{"311", "AB"}}) {
             Groups changed = groups;
             changed[i] = other;

@@ -58,6 +58,22 @@ TEST_F(ObjectLoggerTest, ALaterClassDoesNotReplaceTheFirst) {
     EXPECT_NE(dump().find(L"class 'AcDbDictionary'"), std::wstring::npos);
 }
 
+TEST_F(ObjectLoggerTest, TheWriteFlagIsSetByTheFirstOpenForWriteAndStays) {
+    EXPECT_EQ(m_logger.find(m_id), nullptr);
+    m_logger.subOpen(m_id, AcDb::kForRead, nullptr);
+    m_logger.subOpen(m_id, AcDb::kForNotify, nullptr);
+    m_logger.subClose(m_id, nullptr);
+    ASSERT_NE(m_logger.find(m_id), nullptr);
+    EXPECT_EQ(m_logger.find(m_id)->write, 0);
+    m_logger.subOpen(m_id, AcDb::kForWrite, nullptr);
+    EXPECT_EQ(m_logger.find(m_id)->write, 1);
+    m_logger.subOpen(m_id, AcDb::kForRead, nullptr);
+    m_logger.subClose(m_id, nullptr);
+    EXPECT_EQ(m_logger.find(m_id)->write, 1);
+    EXPECT_EQ(m_logger.find(m_id)->opened, 4u);
+    EXPECT_EQ(m_logger.find(m_id)->closed, 2u);
+}
+
 TEST_F(ObjectLoggerTest, LinesComeInTheOrderOfTheIds) {
     m_logger.subClose(m_db.namedObjectsDictionaryId(), AcDbDictionary::desc());
     m_logger.subOpen(m_db.blockTableId(), AcDb::kForRead, AcDbEntity::desc());

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 using orv::SystemManager;
 using testing_support::entryAt;
@@ -118,6 +119,33 @@ TEST_F(Fallback, TheVersionTextGoesToTheGeneralData) {
     std::wstring text;
     EXPECT_TRUE(orv::acad::nod_readGeneralData(L"$Kelmoran", L"version_string", text));
     EXPECT_EQ(text, L"9.1");
+}
+
+TEST_F(Fallback, OfADrawingAtTheSideTheVersionTextGoesToTheWorkingOne) {
+    describe(description());
+    AcDbDatabase working(true);
+    acdbHostApplicationServices()->setWorkingDatabase(&working);
+    EXPECT_EQ(takeUp()->properties().size(), 4u);
+    EXPECT_EQ(record().sys_numkn, 12);
+    std::wstring text;
+    EXPECT_TRUE(orv::acad::nod_readGeneralData(L"$Kelmoran", L"version_string", text));
+    EXPECT_EQ(text, L"9.1");
+    acdbHostApplicationServices()->setWorkingDatabase(&m_drawing.db);
+    EXPECT_FALSE(orv::acad::nod_readGeneralData(L"$Kelmoran", L"version_string", text));
+}
+
+TEST_F(Fallback, AWildStateGoesRound) {
+    ccsys data = description(orv::EBENE);
+    data.zustand = std::numeric_limits<Adesk::Int32>::max();
+    describe(data);
+    ReportRecorder reports;
+    takeUp();
+    EXPECT_EQ(record().iprob, std::numeric_limits<std::int32_t>::min() + 13);
+}
+
+TEST_F(Fallback, NoSystemOfAnOldDrawingIsEditable) {
+    describe(description());
+    EXPECT_FALSE(takeUp()->editable());
 }
 
 TEST_F(Fallback, OnceTheRecordIsThereTheDescriptionIsNotAskedAgain) {

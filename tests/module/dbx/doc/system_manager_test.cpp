@@ -24,6 +24,24 @@ void putShortSettings(AcDbDatabase& db, const std::wstring& store) {
     putRecord(db, store, 10, 100, record, sizeof record);
 }
 
+using Systems = std::vector<boost::shared_ptr<orv::System>>;
+
+Systems systemsOf(AcDbDatabase& db, const std::vector<std::wstring>& names) {
+    Systems systems;
+    for (const std::wstring& name : names)
+        systems.push_back(manager().getSystemByName(&db, name));
+    return systems;
+}
+
+constexpr int none = -1;
+
+std::vector<int> kinds(const Systems& systems) {
+    std::vector<int> kinds;
+    for (const auto& system : systems)
+        kinds.push_back(system ? static_cast<int>(system->get_type()) : none);
+    return kinds;
+}
+
 TEST(SystemManager, ADrawingIsLookedThroughOnceItIsAskedFor) {
     StoreDrawing drawing(L"ASDWG");
     putSystem(drawing.db, L"ASDWG", 10);
@@ -34,6 +52,7 @@ TEST(SystemManager, ADrawingIsLookedThroughOnceItIsAskedFor) {
     const auto system = manager().getSystemByName(&drawing.db, L"ASDWG");
     ASSERT_NE(system, nullptr);
     EXPECT_EQ(system->get_type(), orv::EBENE);
+    EXPECT_FALSE(system->editable());
     EXPECT_EQ(manager().getSystemById(drawing.named), system);
 }
 
@@ -175,28 +194,48 @@ TEST(SystemManager, OneStoreAloneThrowsItsOwnException) {
     EXPECT_THROW(manager()._initForStore(drawing.db, names.begin()), orv::Exception);
 }
 
+// Two drawings with five whole systems; among those of the first a store without a record of its system, and
+// one whose settings are cut off.
 TEST(SystemManager, ClosingOneDrawingLeavesTheOthersSystems) {
+    ReportRecorder reports;
     StoreDrawing kept(L"ASDWG");
-    for (const wchar_t* const name : {L"x", L"y"})
+    for (const wchar_t* const name : {L"Bare", L"Cut", L"x", L"y"})
         makeStore(kept, name);
+    putSystem(kept.db, L"ASDWG", 0);
+    putSystem(kept.db, L"Cut", 10);
+    putSystem(kept.db, L"x", 10);
+    putSystem(kept.db, L"y", 30);
+    putShortSettings(kept.db, L"Cut");
+    EXPECT_THROW(manager().initFromDatabase(&kept.db), orv::Exception);
+    const auto keptSystems = systemsOf(kept.db, {L"ASDWG", L"Bare", L"Cut", L"x", L"y"});
+    EXPECT_EQ(reports.messages().at(0), "Failed to find fallback record for 10/0.");
+    EXPECT_EQ(reports.at(1).values, (Values{{"it->first", "Bare"}}));
+    reports.clear();
+
     boost::shared_ptr<orv::System> held;
     {
         StoreDrawing going(L"ASDWG");
         makeStore(going, L"z");
-        for (auto* const db : {&kept.db, &going.db})
-            putSystem(*db, L"ASDWG");
-        putSystem(kept.db, L"x");
-        putSystem(kept.db, L"y");
-        putSystem(going.db, L"z");
-        manager().initFromDatabase(&kept.db);
+        putSystem(going.db, L"ASDWG", 30);
+        putSystem(going.db, L"z", 10);
         manager().initFromDatabase(&going.db);
         held = manager().getSystemByName(&going.db, L"z");
+        ASSERT_NE(held, nullptr);
         EXPECT_EQ(held.use_count(), 2);
+        EXPECT_EQ(manager().getSystemByName(&going.db, L"ASDWG")->get_type(), orv::PLATTE);
+        EXPECT_EQ(manager().getSystemByName(&kept.db, L"z"), nullptr);
+        EXPECT_EQ(manager().getSystemByName(&going.db, L"x"), nullptr);
         EXPECT_NE(manager().getSystemById(going.named), manager().getSystemById(kept.named));
     }
     EXPECT_EQ(held.use_count(), 1); // only who holds a copy keeps it
-    for (const wchar_t* const name : {L"ASDWG", L"x", L"y"})
-        EXPECT_NE(manager().getSystemByName(&kept.db, name), nullptr) << name;
+    EXPECT_EQ(held->get_type(), orv::EBENE);
+
+    EXPECT_TRUE(manager().wasDatabaseCheckedAtLeastOnce(&kept.db));
+    EXPECT_EQ(systemsOf(kept.db, {L"ASDWG", L"Bare", L"Cut", L"x", L"y"}), keptSystems);
+    EXPECT_EQ(kinds(keptSystems), (std::vector<int>{orv::RAUM, none, orv::EBENE, orv::EBENE, orv::PLATTE}));
+    for (const auto& system : keptSystems)
+        EXPECT_FALSE(system && system->editable());
+    EXPECT_EQ(reports.size(), 0u);
 }
 
 TEST(SystemManager, TheMessageOfAnOpenedDrawingTakesItUp) {

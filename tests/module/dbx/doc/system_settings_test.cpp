@@ -284,6 +284,20 @@ TEST(SystemVisUpdate, ARecordOfAnotherKindIsReportedAndRaisedFromVersion0) {
     EXPECT_TRUE(system.visSettings().isOn(299)) << "the step that turns all off is not among them";
 }
 
+TEST(SystemVisUpdate, ARecordOfALaterVersionIsReportedAndNotRaised) {
+    SystemStore store;
+    const std::int32_t record[] = {1, 16, 0, 0, 0};
+    store.put(10, 100, record);
+    System system;
+    system.visSettings().setSwitchRange(0, 299, 1);
+    ReportRecorder reports;
+    EXPECT_TRUE(system.updateVisFrom(store));
+    ASSERT_EQ(reports.conditions(), (Texts{"version <= static_cast<int32>(settings.getVersion())"}));
+    EXPECT_EQ(reports.at(0).values, (Values{{"settings.getVersion()", "15"}, {"version", "16"}}));
+    for (int index = 0; index < 300; ++index)
+        EXPECT_TRUE(system.visSettings().isOn(index)) << index << ", also 127 and 128 of the last step";
+}
+
 TEST(SystemVisUpdate, AnOlderRecordGetsWhatNewerVersionsAdded) {
     SystemStore store;
     const std::int32_t record[] = {1, 14, 0, 0, 0};

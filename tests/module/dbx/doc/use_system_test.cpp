@@ -5,6 +5,7 @@
 #include "dbx/doc/database_element_base.h"
 #include "dbx/doc/system_manager.h"
 #include "platform/sanitizer.h"
+#include "platform/text.h"
 #include "support/report_recorder.h"
 #include "support/system_records.h"
 
@@ -101,6 +102,24 @@ TEST_F(UseSystemTest, ALayerOfNineCharactersLeavesTheGuardEmptyWithoutAReport) {
     EXPECT_TRUE(use.empty());
     EXPECT_EQ(use.operator->(), nullptr);
     EXPECT_EQ(reports.size(), 0u);
+}
+
+TEST_F(UseSystemTest, ThePrefixIsCountedInSixteenBitUnits) {
+    // The character outside the first plane takes two of the nine.
+    UseSystem use(place(new PlainEntity, (platform::fromUtf8("\xF0\x9F\x98\x80") + L"3456789X").c_str()));
+    ASSERT_TRUE(use);
+    EXPECT_EQ(use->get_type(), orv::EBENE);
+}
+
+TEST_F(UseSystemTest, ADamagedRecordThrowsOutOfTheFirstGuardOnly) {
+    const std::int32_t record[] = {1, 15, 300, -1};
+    testing_support::putRecord(m_drawing.db, L"X", 10, 100, record, sizeof record);
+    PlainEntity* const entity = place(new PlainEntity, L"123456789X");
+    ReportRecorder reports;
+    EXPECT_THROW(UseSystem first(entity), orv::Exception);
+    UseSystem second(entity);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->get_type(), orv::EBENE);
 }
 
 TEST_F(UseSystemTest, ALayerOfAnUnknownStoreIsReported) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -269,14 +270,27 @@ TEST(PropertyTreeFiler, ReadingEndsAtAnyCallThatFailsWithItsStatusAndNoReport) {
     EXPECT_EQ(recorder.size(), 0u);
 }
 
-// Every row of the table of values: what is written for it, and that this reads back as the same.
+// Every row of the table of values: what is written for it, the calls behind the tag that read it, and what
+// feeds these.
 struct ValueRow {
     const char* name;
+    char tag;
     boost::any value;
     Texts calls;
+    Texts reads;
+    std::function<void(ValueRecordingFiler&)> feed;
 };
 
 class PropertyTreeValue : public testing::TestWithParam<ValueRow> {};
+
+namespace {
+
+void feedValue(ValueRecordingFiler& filer, const ValueRow& row) {
+    filer.feed(static_cast<Adesk::Int8>(row.tag));
+    row.feed(filer);
+}
+
+} // namespace
 
 TEST_P(PropertyTreeValue, IsItsTagAndItsPayload) {
     ValueRecordingFiler filer;
@@ -287,6 +301,35 @@ TEST_P(PropertyTreeValue, IsItsTagAndItsPayload) {
     ValueRecordingFiler whole;
     EXPECT_EQ(dwgOut(whole, tree), Acad::eOk);
     EXPECT_EQ(whole.calls, aroundValue(GetParam().calls));
+}
+
+TEST_P(PropertyTreeValue, IsReadByTheCallsOfItsTag) {
+    ValueRecordingFiler filer;
+    feedValue(filer, GetParam());
+    boost::any value = 4711;
+    EXPECT_EQ(dwgInValue(filer, value), Acad::eOk);
+    Texts expected = {"readInt8"};
+    expected.insert(expected.end(), GetParam().reads.begin(), GetParam().reads.end());
+    EXPECT_EQ(filer.calls, expected);
+    EXPECT_TRUE(identical(value, GetParam().value));
+    EXPECT_TRUE(filer.allRead() && filer.points.empty() && filer.ids.empty());
+}
+
+TEST_P(PropertyTreeValue, IsReadByTheSameCallsInATree) {
+    ValueRecordingFiler filer;
+    filer.feed<Adesk::Int32>(1);
+    feedKey(filer, "k");
+    feedValue(filer, GetParam());
+    filer.feed(kE).feed(kE).feed(kMagic);
+    PropertyTree tree;
+    EXPECT_EQ(dwgIn(filer, tree), Acad::eOk);
+    Texts expected = {"readInt32", "readInt8", "readUInt32", "readBytes 1", "readInt8"};
+    expected.insert(expected.end(), GetParam().reads.begin(), GetParam().reads.end());
+    expected.insert(expected.end(), {"readInt8", "readInt8", "readInt32"});
+    EXPECT_EQ(filer.calls, expected);
+    PropertyTree only;
+    addNode(only, "k", GetParam().value);
+    EXPECT_TRUE(identical(tree, only));
 }
 
 TEST_P(PropertyTreeValue, ReadsBackAsTheSameTypeAndValue) {
@@ -322,25 +365,85 @@ Texts matrixCalls() {
     return calls;
 }
 
+using Feed = std::function<void(ValueRecordingFiler&)>;
+
+template <class T>
+Feed number(T value) {
+    return [value](ValueRecordingFiler& filer) { filer.feed(value); };
+}
+Feed text(const std::string& bytes) {
+    return [bytes](ValueRecordingFiler& filer) {
+        filer.feed(static_cast<Adesk::UInt32>(bytes.size()));
+        if (!bytes.empty())
+            filer.feedBytes(bytes);
+    };
+}
+Feed id(Adesk::IntPtr value) {
+    return [value](ValueRecordingFiler& filer) { filer.ids.push_back(idOf(value)); };
+}
+Feed point(double x, double y, double z) {
+    return [=](ValueRecordingFiler& filer) { filer.points.emplace_back(x, y, z); };
+}
+void nothing(ValueRecordingFiler&) {}
+void oneTo16(ValueRecordingFiler& filer) {
+    for (int i = 1; i <= 16; ++i)
+        filer.feed<double>(i);
+}
+
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(
     AllTags, PropertyTreeValue,
     testing::Values(
-        ValueRow{"Empty", boost::any(), {"writeInt8 78"}},
-        ValueRow{"True", true, {"writeInt8 98", "writeBool 1"}},
-        ValueRow{"False", false, {"writeInt8 98", "writeBool 0"}},
-        ValueRow{"Int", -2147483647 - 1, {"writeInt8 105", "writeInt32 -2147483648"}},
-        ValueRow{"Double", 0.1, {"writeInt8 100", "writeDouble 0.100000"}},
+        ValueRow{"Empty", 'N', boost::any(), {"writeInt8 78"}, {}, nothing},
+        ValueRow{"True", 'b', true, {"writeInt8 98", "writeBool 1"}, {"readBool"}, number(true)},
+        ValueRow{"False", 'b', false, {"writeInt8 98", "writeBool 0"}, {"readBool"}, number(false)},
+        ValueRow{"Int",
+                 'i',
+                 -2147483647 - 1,
+                 {"writeInt8 105", "writeInt32 -2147483648"},
+                 {"readInt32"},
+                 number<Adesk::Int32>(-2147483647 - 1)},
+        ValueRow{"Double", 'd', 0.1, {"writeInt8 100", "writeDouble 0.100000"}, {"readDouble"}, number(0.1)},
+        ValueRow{"Text",
+                 's',
+                 std::string("x\0\xff", 3),
+                 {"writeInt8 115", "writeUInt32 3", "writeBytes 3: 78 00 ff"},
+                 {"readUInt32", "readBytes 3"},
+                 text(std::string("x\0\xff", 3))},
         ValueRow{
-            "Text", std::string("x\0\xff", 3), {"writeInt8 115", "writeUInt32 3", "writeBytes 3: 78 00 ff"}},
-        ValueRow{"EmptyText", std::string(), {"writeInt8 115", "writeUInt32 0"}},
-        ValueRow{"ObjectId", idOf(0x2a), {"writeInt8 111", "writeSoftPointerId 2a"}},
-        ValueRow{"NullObjectId", AcDbObjectId(), {"writeInt8 111", "writeSoftPointerId 0"}},
-        ValueRow{"SoftPointerId", AcDbSoftPointerId(idOf(0x2b)), {"writeInt8 120", "writeSoftPointerId 2b"}},
-        ValueRow{"Point", AcGePoint3d(1, 2, 3), {"writeInt8 112", "writePoint3d 1 2 3"}},
-        ValueRow{"Vector", AcGeVector3d(4, 5, 6), {"writeInt8 118", "writeVector3d 4 5 6"}},
-        ValueRow{"Matrix", numberedMatrix(), matrixCalls()}),
+            "EmptyText", 's', std::string(), {"writeInt8 115", "writeUInt32 0"}, {"readUInt32"}, text("")},
+        ValueRow{"ObjectId",
+                 'o',
+                 idOf(0x2a),
+                 {"writeInt8 111", "writeSoftPointerId 2a"},
+                 {"readSoftPointerId"},
+                 id(0x2a)},
+        ValueRow{"NullObjectId",
+                 'o',
+                 AcDbObjectId(),
+                 {"writeInt8 111", "writeSoftPointerId 0"},
+                 {"readSoftPointerId"},
+                 id(0)},
+        ValueRow{"SoftPointerId",
+                 'x',
+                 AcDbSoftPointerId(idOf(0x2b)),
+                 {"writeInt8 120", "writeSoftPointerId 2b"},
+                 {"readSoftPointerId"},
+                 id(0x2b)},
+        ValueRow{"Point",
+                 'p',
+                 AcGePoint3d(1, 2, 3),
+                 {"writeInt8 112", "writePoint3d 1 2 3"},
+                 {"readPoint3d"},
+                 point(1, 2, 3)},
+        ValueRow{"Vector",
+                 'v',
+                 AcGeVector3d(4, 5, 6),
+                 {"writeInt8 118", "writeVector3d 4 5 6"},
+                 {"readVector3d"},
+                 point(4, 5, 6)},
+        ValueRow{"Matrix", 'm', numberedMatrix(), matrixCalls(), Texts(16, "readDouble"), oneTo16}),
     [](const testing::TestParamInfo<ValueRow>& row) { return row.param.name; });
 
 TEST(PropertyTreeValue, TypesWithoutATagAreStatus22AndNothingIsWritten) {

@@ -87,6 +87,7 @@ TEST(PropertyTreeDepth, TheFullStopsOfANameCount) {
 }
 
 TEST(PropertyTreeDepth, ATreeThatCouldNotBeReadIsNotWritten) {
+    ReportRecorder recorder;
     PropertyTree tree;
     PropertyTree* node = &tree;
     for (std::size_t i = 0; i < kMaxDepth; ++i)
@@ -94,9 +95,14 @@ TEST(PropertyTreeDepth, ATreeThatCouldNotBeReadIsNotWritten) {
     Bytes bytes;
     embedded::MemoryFiler whole(AcDb::kCopyFiler, bytes);
     EXPECT_EQ(dwgOut(whole, tree), Acad::eOk);
+    EXPECT_EQ(recorder.size(), 0u);
     addNode(*node, "n");
     embedded::MemoryFiler filer(AcDb::kCopyFiler, bytes);
     EXPECT_EQ(dwgOut(filer, tree), Acad::eInvalidKey);
+    ASSERT_EQ(recorder.conditions(), (Texts{"childDepth <= kMaxDepth"}));
+    EXPECT_EQ(recorder.at(0).values, (Values{{"childDepth", "1001"}}));
+    EXPECT_EQ(recorder.messages(), (Texts{"the tree is too deep"}));
+    EXPECT_EQ(recorder.at(0).severity, orv::smartassert::Severity::kError);
 }
 
 TEST(PropertyTreeBytes, ATreeOfOneValueInRawWidths) {
