@@ -17,7 +17,7 @@ public:
             "copied\n"
             "and saves DST.\n"
             "\n"
-            "Examples: taldork records copy a.dwg b.dwg 10/0\n"
+            "Examples: taldork records copy a.dwg b.dwg 30/1\n"
             "          taldork records copy a.dwg b.dwg 10 --header --range 0:99");
         m_transfer.describe(*command, "KWH[/KWL]", "the key, as in 10/0, or the group, as in 10",
                             checkKeyOrGroup);

@@ -17,8 +17,8 @@ public:
             "The bytes are printed in hexadecimal, with their offsets and printable characters. With -o the\n"
             "bytes themselves go into a file, which is there whole or not at all.\n"
             "\n"
-            "Examples: taldork records get hall.dwg 10/0\n"
-            "          taldork records get hall.dwg 10/0 --position 2 -o record.bin");
+            "Examples: taldork records get hall.dwg 30/1\n"
+            "          taldork records get hall.dwg 30/1 --position 2 -o record.bin");
         addDrawing(*command, m_file);
         command->add_option("KWH/KWL", m_key, "the key, as in 10/0")
             ->required()

@@ -24,8 +24,8 @@ public:
             "Each --file and each --hex is one record, in the order in which they are given. What the key\n"
             "held before goes, unless --append puts the new records behind it. Then the drawing is saved.\n"
             "\n"
-            "Examples: taldork records put hall.dwg 10/0 --file header.bin --hex \"00 ff 1c\"\n"
-            "          taldork records put hall.dwg 10/0 --hex 07 --append");
+            "Examples: taldork records put hall.dwg 30/1 --file header.bin --hex \"00 ff 1c\"\n"
+            "          taldork records put hall.dwg 30/1 --hex 07 --append");
         addDrawing(*m_command, m_file);
         m_command->add_option("KWH/KWL", m_key, "the key, as in 10/0")
             ->required()

@@ -27,6 +27,9 @@ std::unique_ptr<AcDbDatabase> open(const char* file) {
     return database;
 }
 
+// Group 10 is taken: its records tell what a structural system is.
+constexpr int kGroup = 30;
+
 // A store is three dictionaries; records, keys and groups come into being when they are written.
 void createStore(AcDbDatabase& database) {
     AcDbObjectId id = orv::dictionary::getOrCreateKelmoran(&database);
@@ -39,11 +42,12 @@ bool writeRecords(AcDbDatabase& database) {
     orv::cdb::NodCdb store(&database);
     if (store.open(kStore, orv::cdb::kSharedLocking) != orv::cdb::CD_ERR_NONE)
         return false;
-    const std::string header = "header of key 10/0";
+    const std::string header = "header of key 30/1";
     const std::string further = "a further record";
-    return store.write(10, 0, header.data(), header.size(), orv::cdb::kFirstRecord) ==
+    return store.write(kGroup, 1, header.data(), header.size(), orv::cdb::kFirstRecord) ==
                orv::cdb::CD_ERR_NONE &&
-           store.write(10, 0, further.data(), further.size(), orv::cdb::kNextRecord) == orv::cdb::CD_ERR_NONE;
+           store.write(kGroup, 1, further.data(), further.size(), orv::cdb::kNextRecord) ==
+               orv::cdb::CD_ERR_NONE;
 }
 
 bool printRecords(AcDbDatabase& database) {
@@ -51,12 +55,13 @@ bool printRecords(AcDbDatabase& database) {
     if (store.open(kStore, orv::cdb::kSharedLocking) != orv::cdb::CD_ERR_NONE)
         return false;
     std::set<int> keys;
-    store.getKeysForKwh(10, keys);
+    store.getKeysForKwh(kGroup, keys);
     for (const int kwl : keys) {
         orv::cdb::CdbReadWriteMode mode = orv::cdb::kFirstRecord;
-        for (orv::Blob record = orv::cdb::readBlob(store, 10, kwl, mode); !record.is_empty();
-             record = orv::cdb::readBlob(store, 10, kwl, mode)) {
-            std::printf("10/%d: %.*s\n", kwl, static_cast<int>(record.size()), record.cast<const char*>());
+        for (orv::Blob record = orv::cdb::readBlob(store, kGroup, kwl, mode); !record.is_empty();
+             record = orv::cdb::readBlob(store, kGroup, kwl, mode)) {
+            std::printf("%d/%d: %.*s\n", kGroup, kwl, static_cast<int>(record.size()),
+                        record.cast<const char*>());
             mode = orv::cdb::kNextRecord;
         }
     }

@@ -17,6 +17,6 @@ function(run expected)
 endfunction()
 
 run("made" ${BIN}/taldork new ${WORK}/drawings/empty.dwg)
-run("^10/0: header of key 10/0\n10/0: a further record\n$"
+run("^30/1: header of key 30/1\n30/1: a further record\n$"
   ${EXAMPLE} ${WORK}/drawings/empty.dwg ${WORK}/drawings/filled.dwg)
-run("10/0 +2 +34" ${BIN}/taldork records list ${WORK}/drawings/filled.dwg)
+run("30/1 +2 +34" ${BIN}/taldork records list ${WORK}/drawings/filled.dwg)

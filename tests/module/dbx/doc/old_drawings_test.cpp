@@ -28,7 +28,7 @@ using testing_support::Texts;
 
 namespace {
 
-constexpr Adesk::Int32 kMagic = 123456789;
+constexpr Adesk::Int32 kFiledMagic = 123456789;
 
 // Files itself as an older release did; read back it is an ORV_CCSysPar.
 class OldSysPar : public ORV_CCSysPar {
@@ -57,7 +57,7 @@ public:
 
 private:
     void writeVersioned(AcDbDwgFiler& filer) const {
-        filer.writeInt32(kMagic);
+        filer.writeInt32(kFiledMagic);
         filer.writeInt32(m_version);
         filer.writeInt32(1);
         if (m_version >= 2)
