@@ -117,8 +117,11 @@ SystemChange numberedChange(const std::string& key, const std::string& number, c
         const int last = (fresh.visSettings().*row.count)() - 1;
         if (const auto index = parseIndex(number, last))
             return row.make(*index, value);
-        throw std::invalid_argument("'" + key + "." + number + "': a " + key + " has a number from 0 to " +
-                                    std::to_string(last));
+        std::string message = "'" + key;
+        message += "." + number;
+        message += "': a " + key;
+        message += " has a number from 0 to " + std::to_string(last);
+        throw std::invalid_argument(message);
     }
     throw std::invalid_argument("'" + key + "." + number + "' is no key");
 }

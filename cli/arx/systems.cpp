@@ -14,6 +14,7 @@ std::vector<std::string> systemStores(AcDbDatabase& database) {
     std::map<std::wstring, AcDbObjectId> stores;
     orv::detail::enumerateCdbsInNod(&database, stores);
     std::vector<std::string> names;
+    names.reserve(stores.size());
     for (const auto& [name, id] : stores)
         names.push_back(platform::toUtf8(name));
     return names;
@@ -24,7 +25,7 @@ boost::shared_ptr<orv::System> systemOf(AcDbDatabase& database, const std::strin
 }
 
 boost::shared_ptr<orv::System> findSystem(const Drawing& drawing, const std::string& store) {
-    const auto system = systemOf(drawing.database(), store);
+    auto system = systemOf(drawing.database(), store);
     if (system)
         return system;
     const auto stores = systemStores(drawing.database());

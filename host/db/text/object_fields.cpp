@@ -16,7 +16,7 @@ constexpr wchar_t kGroupEnd[] = L"}";
 
 // The text of a value, which is given back here.
 std::wstring takeText(resbuf& value) {
-    const std::wstring text = value.resval.rstring != nullptr ? value.resval.rstring : L"";
+    std::wstring text = value.resval.rstring != nullptr ? value.resval.rstring : L"";
     acutDelString(value.resval.rstring);
     return text;
 }

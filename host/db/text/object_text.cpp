@@ -36,7 +36,7 @@ std::wstring passToObject(TextFiler& filer) {
     bool inObjects = true;
     filer.skipToObjectStart();
     while (filer.filerStatus() == Acad::eOk && !filer.atEOF()) {
-        const std::wstring name = filer.passObjectStart();
+        std::wstring name = filer.passObjectStart();
         if (name == kSection)
             inObjects = passSectionName(filer) == kObjects;
         else if (name == kSectionEnd || name == kFileEnd)
@@ -129,6 +129,10 @@ Acad::ErrorStatus makeObjectFromText(std::unique_ptr<AcDbObject>& object, std::s
     if (filer.filerStatus() != Acad::eOk)
         return finish(filer.filerStatus(), filer, reason);
     std::unique_ptr<AcDbObject> made(AcDbObject::cast(cls->create()));
+    if (made == nullptr) {
+        filer.setError(Acad::eClassNotRegistered, L"nothing can be made of the DXF name %ls", name.c_str());
+        return finish(filer.filerStatus(), filer, reason);
+    }
     const Acad::ErrorStatus es = readFields(*made, filer);
     if (es == Acad::eOk)
         object = std::move(made);

@@ -103,7 +103,7 @@ std::wstring TextFiler::passObjectStart() {
     const Group* const group = peek();
     if (group == nullptr || group->code != AcDb::kDxfStart)
         return {};
-    const std::wstring name = group->text;
+    std::wstring name = group->text;
     take(1);
     m_given->clear();
     m_missedEnd = false;

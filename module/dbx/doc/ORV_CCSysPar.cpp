@@ -76,8 +76,10 @@ ORV_CCSysPar& ORV_CCSysPar::operator=(const ORV_CCSysPar& other) {
 }
 
 ORV_CCSysPar::BinaryField& ORV_CCSysPar::BinaryField::operator=(const BinaryField& other) {
-    value = other.value;
-    size = other.size;
+    if (this != &other) {
+        value = other.value;
+        size = other.size;
+    }
     return *this;
 }
 

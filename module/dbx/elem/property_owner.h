@@ -44,7 +44,7 @@ public:
     std::enable_if_t<!std::is_convertible_v<T, boost::shared_ptr<property_base>>,
                      boost::shared_ptr<property<T>>>
     add(const Key& key, const T& value) {
-        const auto made = boost::make_shared<property<T>>(value);
+        auto made = boost::make_shared<property<T>>(value);
         add(key, boost::shared_ptr<property_base>(made));
         return made;
     }
