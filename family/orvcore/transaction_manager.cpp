@@ -3,6 +3,7 @@
 #include "dbapserv.h"
 #include "dbmain.h"
 #include "dbtrans.h"
+#include "orvcore/undo_watch.h"
 
 namespace {
 
@@ -56,3 +57,5 @@ Acad::ErrorStatus ORV_CDBTransactionManager::getObject(AcDbObject*& object, AcDb
     }
     return es;
 }
+
+bool ORV_CDBTransactionManager::getUndoRedoActive() { return orvcore::undoOrRedoRuns(); }

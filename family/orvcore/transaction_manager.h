@@ -22,6 +22,10 @@ public:
     ORV_CDBTransactionManager(const ORV_CDBTransactionManager&) = delete;
     ORV_CDBTransactionManager& operator=(const ORV_CDBTransactionManager&) = delete;
 
+    // Whether the host is putting old states back now: an undo or redo of any database runs. Not for a
+    // transaction that is given up.
+    static bool getUndoRedoActive();
+
     // Opens an object. Without `openErased` an erased one is refused; without `acceptProxies` one that stands
     // for an object of a missing class is refused with eWrongObjectType. eNoDatabase if there is no database;
     // otherwise the host's statuses, of which the one of value 81 says that the object is gone for good.

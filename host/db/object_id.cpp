@@ -2,6 +2,7 @@
 #include "db/object_access.h"
 #include "dbhandle.h"
 #include "dbid.h"
+#include "dbmain.h"
 
 #include <string>
 
@@ -24,16 +25,26 @@ bool AcDbObjectId::isValid() const { return mId != nullptr && mId->tag->core != 
 
 bool AcDbObjectId::isErased() const { return mId != nullptr && mId->has(kErased | kPermanentlyErased); }
 
+namespace {
+
+// Without making an object of what is still bytes.
+AcDbObjectId ownerOf(const AcDbStub& stub) {
+    if (stub.object != nullptr)
+        return stub.object->ownerId();
+    const DatabaseCore& core = *stub.tag->core;
+    return stub.fileIndex != kNoFileIndex && core.source != nullptr ? core.source->ownerOf(stub)
+                                                                    : AcDbObjectId();
+}
+
+} // namespace
+
 bool AcDbObjectId::isEffectivelyErased() const {
     AcDbObjectId id = *this;
     // A drawing may name owners in a ring; a chain of owners is never this long.
     for (int depth = 0; depth < 64 && id.isValid(); ++depth) {
         if (id.isErased())
             return true;
-        AcDbObject* object = nullptr;
-        if (coreOf(id)->resident(*static_cast<AcDbStub*>(id), object) != Acad::eOk)
-            return false;
-        id = object->ownerId();
+        id = ownerOf(*id.mId);
     }
     return false;
 }
@@ -70,3 +81,21 @@ bool AcDbObjectId::operator<(const AcDbObjectId& other) const {
 
 Adesk::Boolean c5ObjIdIsLessThan(const AcDbObjectId& a, const AcDbObjectId& b) { return a < b; }
 Adesk::Boolean c5ObjIdIsEqualTo(const AcDbObjectId& a, const AcDbObjectId& b) { return a == b; }
+
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
+    id.setNull();
+    // Whoever hands names around may have made them up: only an address that is known is looked at.
+    if (name == nullptr || name[1] != 0 || !StubTable::isStub(name[0]))
+        return Acad::eInvalidAdsName;
+    id.setFromOldId(name[0]);
+    if (id.isValid())
+        return Acad::eOk;
+    id.setNull();
+    return Acad::eInvalidAdsName;
+}
+
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id) {
+    name[0] = id.asOldId();
+    name[1] = 0;
+    return id.isNull() ? Acad::eNullObjectId : Acad::eOk;
+}

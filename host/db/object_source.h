@@ -31,6 +31,9 @@ public:
     // without making the object; also where no class is registered for it.
     virtual std::wstring dxfNameOf(const AcDbStub& stub) = 0;
 
+    // The owner that the object's bytes name, without making it. Null for what cannot be read.
+    virtual AcDbObjectId ownerOf(const AcDbStub& stub) = 0;
+
     // The entities of a block as the file chains them, from the first to the last that the block's record
     // names, without making them. A chain that does not end there is cut where it breaks.
     virtual std::vector<AcDbObjectId> entitiesOf(AcDbObjectId first, AcDbObjectId last) = 0;

@@ -124,6 +124,10 @@ void eraseOwned(AcDbStub& stub, bool erasing) {
     AcDbObject* object = nullptr;
     if (stub.tag->core->resident(stub, object) != Acad::eOk)
         return;
+    // An undo that erases the owner or brings it back has records of what went with it.
+    const AcDbStub* owner = object->ownerId();
+    if (owner != nullptr && owner->has(kUndoing))
+        return;
     // The owner's going decides, whoever else has the object open now.
     const std::uint32_t before = stub.bits & (kOpenForWrite | kOpenMarks);
     stub.set(kOpenForWrite);

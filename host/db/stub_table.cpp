@@ -1,15 +1,14 @@
 #include "db/stub_table.h"
 
 #include <algorithm>
-#include <deque>
 
 namespace embedded {
 
 namespace {
 
-// Keeps every slab reachable for the life of the process; see StubTable.
-std::deque<void*>& slabKeeper() {
-    static std::deque<void*>* keeper = new std::deque<void*>;
+// Keeps every slab reachable for the life of the process; see StubTable. The slab's stubs by its first byte.
+std::map<std::intptr_t, std::size_t>& slabKeeper() {
+    static auto* keeper = new std::map<std::intptr_t, std::size_t>;
     return *keeper;
 }
 
@@ -32,6 +31,17 @@ AcDbStub* StubTable::find(std::uint64_t handle) const {
     return stub.has(kUsed) ? &stub : nullptr;
 }
 
+bool StubTable::isStub(std::intptr_t address) {
+    const auto& slabs = slabKeeper();
+    auto slab = slabs.upper_bound(address);
+    if (slab == slabs.begin())
+        return false;
+    --slab;
+    const auto offset = static_cast<std::size_t>(address - slab->first);
+    return offset % sizeof(AcDbStub) == 0 && offset / sizeof(AcDbStub) < slab->second &&
+           reinterpret_cast<const AcDbStub*>(address)->has(kUsed);
+}
+
 StubTable::Page*& StubTable::pageSlot(std::uint64_t pageNumber) {
     if (pageNumber >= kLowPages)
         return m_high[pageNumber];
@@ -44,7 +54,7 @@ StubTable::Page* StubTable::newPage() {
     constexpr std::size_t kLargestSlab = 256;
     if (m_slabLeft == 0) {
         m_slab = new Page[m_slabSize];
-        slabKeeper().push_back(m_slab);
+        slabKeeper()[reinterpret_cast<std::intptr_t>(m_slab)] = m_slabSize * kPageSize;
         m_slabLeft = m_slabSize;
         m_slabSize = std::min(m_slabSize * 2, kLargestSlab);
     }

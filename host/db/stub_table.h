@@ -18,6 +18,10 @@ public:
     // The stub of that handle, made if it is not there. `handle` must not be 0.
     AcDbStub& make(std::uint64_t handle);
 
+    // Whether a number is the address of a stub of any database, gone ones included. Looks at nothing behind
+    // it that is none.
+    static bool isStub(std::intptr_t address);
+
     std::size_t size() const { return m_size; }
     std::uint64_t highestHandle() const { return m_highest; }
 

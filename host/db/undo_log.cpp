@@ -4,7 +4,13 @@
 #include "db/object_access.h"
 #include "db/reactors/notices.h"
 #include "dbmain.h"
+#include "embedded/console.h"
 #include "embedded/memory_filer.h"
+#include "platform/text.h"
+#include "rxclass.h"
+
+#include <algorithm>
+#include <exception>
 
 namespace embedded {
 
@@ -72,8 +78,14 @@ void UndoLog::recordState(AcDbObject& object) {
         return;
     Side& side = sink();
     side.records.push_back({object.objectId(), side.bytes.size(), Kind::State});
-    MemoryFiler filer(AcDb::kUndoFiler, side.bytes);
-    object.dwgOutFields(&filer);
+    try {
+        MemoryFiler filer(AcDb::kUndoFiler, side.bytes);
+        object.dwgOutFields(&filer);
+    } catch (...) {
+        // Half a state is none.
+        side.truncate(side.records.size() - 1);
+        throw;
+    }
 }
 
 AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
@@ -85,35 +97,68 @@ AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
     return m_partial.get();
 }
 
-void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t length) {
-    AcDbStub& stub = *record.stub;
-    if (record.kind == Kind::ErasedBit) {
-        const bool made = (record.offset & kMade) != 0;
-        const bool erased = (record.offset & ~kMade) != 0;
-        recordErasedBit(stub, stub.has(kErased), made);
-        erased ? stub.set(kErased) : stub.clear(kErased);
-        stub.set(kDirty);
-        if (stub.object != nullptr) {
-            stub.set(kUndoing);
-            made ? notices::remade(*stub.object, !erased) : notices::erased(*stub.object, erased);
-            stub.clear(kUndoing);
-        }
+// An object's subErase may change its fields without a word to the history, since it is told that an undo
+// runs: its state from before goes to the inverse side, unless nothing came of it.
+void UndoLog::letErase(AcDbObject& object, bool erased, bool erasedBefore) {
+    AcDbStub& stub = *static_cast<AcDbStub*>(object.objectId());
+    Side& side = *m_inverse;
+    const std::size_t mark = side.records.size();
+    recordState(object);
+    recordErasedBit(stub, erasedBefore);
+    ObjectAccess::subErase(object, erased);
+    if (side.records.size() != mark + 2)
         return;
+    std::vector<std::uint8_t> after;
+    MemoryFiler filer(AcDb::kUndoFiler, after);
+    object.dwgOutFields(&filer);
+    const auto before = side.bytes.begin() + static_cast<std::ptrdiff_t>(side.records[mark].offset);
+    if (std::equal(before, side.bytes.end(), after.begin(), after.end())) {
+        side.truncate(mark);
+        recordErasedBit(stub, erasedBefore);
     }
-    AcDbObject* object = stub.object;
-    if (object == nullptr)
-        return;
-    stub.set(kUndoing | kDirty);
+}
+
+void UndoLog::applyErasedBit(AcDbStub& stub, bool erased, bool made) {
+    const bool erasedBefore = stub.has(kErased);
+    erased ? stub.set(kErased) : stub.clear(kErased);
+    stub.set(kDirty);
+    if (stub.object != nullptr && !made && m_inverse != nullptr && m_recording)
+        letErase(*stub.object, erased, erasedBefore);
+    else
+        recordErasedBit(stub, erasedBefore, made);
+    if (stub.object != nullptr)
+        made ? notices::remade(*stub.object, !erased) : notices::erased(*stub.object, erased);
+}
+
+void UndoLog::applyFields(const Record& record, const std::uint8_t* bytes, std::size_t length) {
+    AcDbObject& object = *record.stub->object;
+    record.stub->set(kDirty);
     MemoryFiler filer(AcDb::kUndoFiler, bytes, length);
     if (record.kind == Kind::State) {
-        recordState(*object);
-        object->dwgInFields(&filer);
+        recordState(object);
+        object.dwgInFields(&filer);
     } else {
         void* classOfRecord = nullptr;
         filer.readAddress(&classOfRecord);
-        object->applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
+        object.applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
     }
-    notices::undone(*object);
+    notices::undone(object);
+}
+
+void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t length) {
+    AcDbStub& stub = *record.stub;
+    if (stub.object == nullptr && record.kind != Kind::ErasedBit)
+        return;
+    stub.set(kUndoing);
+    try {
+        if (record.kind == Kind::ErasedBit)
+            applyErasedBit(stub, (record.offset & ~kMade) != 0, (record.offset & kMade) != 0);
+        else
+            applyFields(record, bytes, length);
+    } catch (const std::exception& failure) {
+        writeToConsole(std::wstring(stub.object->isA()->name()) + L" failed in undo: " +
+                       platform::fromUtf8(failure.what()) + L"\n");
+    }
     stub.clear(kUndoing);
 }
 
@@ -133,6 +178,7 @@ bool UndoLog::restoreState(AcDbObject& object) {
 
 void UndoLog::applyDownTo(Side& side, std::size_t mark) {
     m_active = true;
+    ++m_scope;
     while (side.records.size() > mark) {
         const Record record = side.records.back();
         // The bytes stay where they are until the record is done: the inverse goes to the other side.
@@ -146,7 +192,7 @@ void UndoLog::applyDownTo(Side& side, std::size_t mark) {
 }
 
 bool UndoLog::rollBack(std::size_t mark) {
-    if (!m_recording || mark > m_undo.records.size())
+    if (!m_recording || m_active || mark > m_undo.records.size())
         return false;
     m_discard = true;
     applyDownTo(m_undo, mark);
@@ -155,6 +201,8 @@ bool UndoLog::rollBack(std::size_t mark) {
 }
 
 bool UndoLog::moveStep(Side& from, Side& to) {
+    if (m_active)
+        return false;
     while (!from.steps.empty() && from.steps.back() >= from.records.size())
         from.steps.pop_back();
     if (from.steps.empty())

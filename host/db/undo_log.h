@@ -18,7 +18,9 @@ class MemoryFiler;
 //
 // Three kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's
 // whole state before its first write in a scope, and a partial record that its class writes and applies
-// itself. Applying a record writes the inverse one to the other side, so undo and redo are the same walk.
+// itself. Applying a record writes the inverse one to the other side, so undo and redo are the same walk. An
+// object that an undo or redo erases or brings back is asked to (subErase), as it is by whoever erases it;
+// what it owns has records of its own. A transaction that is taken back asks nobody.
 class UndoLog {
 public:
     UndoLog();
@@ -42,11 +44,13 @@ public:
     // The stream of a new partial record; null while nothing is recorded.
     AcDbDwgFiler* beginPartial(AcDbObject& object);
 
-    // Takes back everything since `mark`, for good. False if the history doesn't reach back that far.
+    // Takes back everything since `mark`, for good. False if the history doesn't reach back that far, and
+    // while an undo or redo runs.
     bool rollBack(std::size_t mark);
     // Gives an object the state back that was last taken down of it. False if there is none.
     bool restoreState(AcDbObject& object);
-    // False if there is nothing to undo or redo.
+    // False if there is nothing to undo or redo, and while one of them runs. An object that throws while its
+    // record is applied is named on the console, and the rest goes on.
     bool undo();
     bool redo();
     bool canUndo() const;
@@ -76,6 +80,9 @@ private:
     Side& sink();
     void applyDownTo(Side& side, std::size_t mark);
     void apply(const Record& record, const std::uint8_t* bytes, std::size_t length);
+    void applyErasedBit(AcDbStub& stub, bool erased, bool made);
+    void applyFields(const Record& record, const std::uint8_t* bytes, std::size_t length);
+    void letErase(AcDbObject& object, bool erased, bool erasedBefore);
     bool moveStep(Side& from, Side& to);
 
     bool m_recording = false;

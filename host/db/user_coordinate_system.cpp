@@ -1,6 +1,10 @@
 #include "embedded/user_coordinate_system.h"
 
 #include "db/database_core.h"
+#include "dbapserv.h"
+#include "dbxutil.h"
+#include "geassign.h"
+#include "gemat3d.h"
 
 namespace embedded {
 
@@ -32,3 +36,38 @@ Acad::ErrorStatus setUserCoordinateSystem(AcDbDatabase& database, const AcGePoin
 }
 
 } // namespace embedded
+
+namespace {
+
+// From the user's coordinates to the world's.
+bool userToWorld(AcGeMatrix3d& matrix) {
+    const AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+    if (database == nullptr || !embedded::isFinite(database->ucsorg()))
+        return false;
+    const AcGeVector3d x = database->ucsxdir();
+    const AcGeVector3d y = database->ucsydir();
+    matrix.setCoordSystem(database->ucsorg(), x, y, x.crossProduct(y).normal());
+    return !matrix.isSingular();
+}
+
+bool convert(const AcGeMatrix3d& matrix, const ads_point point, ads_point result, bool vec) {
+    if (point == nullptr || result == nullptr)
+        return false;
+    if (vec)
+        asVec3d(result) = matrix * asVec3d(point);
+    else
+        asPnt3d(result) = matrix * asPnt3d(point);
+    return true;
+}
+
+} // namespace
+
+bool acdbWcs2Ucs(const ads_point point, ads_point result, bool vec) {
+    AcGeMatrix3d matrix;
+    return userToWorld(matrix) && convert(matrix.inverse(), point, result, vec);
+}
+
+bool acdbUcs2Wcs(const ads_point point, ads_point result, bool vec) {
+    AcGeMatrix3d matrix;
+    return userToWorld(matrix) && convert(matrix, point, result, vec);
+}

@@ -1,6 +1,6 @@
 #include "dwg/block_chains.h"
 
-#include "db/entities/reference_access.h"
+#include "db/entities/owned_chain.h"
 #include "db/entity_list.h"
 #include "dbsymtb.h"
 
@@ -17,15 +17,19 @@ bool envelopeOf(FileFrame& frame, const AcDbStub& stub, ObjectParts& parts) {
     return kind != nullptr && kind->isEntity && readEnvelope(body, true, parts, why);
 }
 
-// A block's record owns entities in a chain, and so does a reference to a block.
+// A block's record owns entities in a chain, and so do references to a block and polylines with vertices.
 bool ownsAChain(const AcDbObject& object) {
-    return object.isKindOf(AcDbBlockTableRecord::desc()) || object.isKindOf(AcDbBlockReference::desc());
+    return object.isKindOf(AcDbBlockTableRecord::desc()) || ownedChainOf(object) != nullptr;
 }
 
 std::vector<AcDbStub*> chainOf(const AcDbObject& owner) {
-    if (const auto* reference = AcDbBlockReference::cast(&owner))
-        return ReferenceAccess::liveAttributes(*reference);
-    return BlockAccess::entities(static_cast<const AcDbBlockTableRecord&>(owner)).live();
+    const OwnedChain* chain = ownedChainOf(owner);
+    if (chain == nullptr)
+        return BlockAccess::entities(static_cast<const AcDbBlockTableRecord&>(owner)).live();
+    std::vector<AcDbStub*> stubs;
+    for (const AcDbObjectId& id : chain->live())
+        stubs.push_back(id);
+    return stubs;
 }
 
 } // namespace

@@ -70,6 +70,22 @@ bool FileSource::canComeAlive(const AcDbStub& stub) {
     return declined == m_declined.end() || declined->second != rx::classGeneration();
 }
 
+AcDbObjectId FileSource::ownerIn(const ObjectEnvelope& envelope, const AcDbStub& stub) {
+    if (!envelope.isEntity || envelope.entity.mode == EntityPart::kOwnerFiled)
+        return idOf(envelope.owner, stub);
+    return envelope.entity.mode == EntityPart::kInModelSpace ? m_core.roots.modelSpace
+                                                             : m_core.roots.paperSpace;
+}
+
+AcDbObjectId FileSource::ownerOf(const AcDbStub& stub) {
+    const ObjectKind* kind = kindOf(stub);
+    ObjectParts parts;
+    std::string why;
+    if (kind == nullptr || !readEnvelope(slotOf(stub).body, kind->isEntity, parts, why))
+        return AcDbObjectId();
+    return ownerIn(parts.envelope, stub);
+}
+
 std::vector<AcDbObjectId> FileSource::entitiesOf(AcDbObjectId first, AcDbObjectId last) {
     std::vector<AcDbObjectId> entities;
     const AcDbStub* at = first;
@@ -122,11 +138,7 @@ void FileSource::applyEntity(const AcDbStub& stub, const EntityPart& part, AcDbE
 }
 
 void FileSource::applyEnvelope(const AcDbStub& stub, const ObjectEnvelope& envelope, AcDbObject& object) {
-    AcDbObjectId owner = idOf(envelope.owner, stub);
-    if (envelope.isEntity && envelope.entity.mode != EntityPart::kOwnerFiled)
-        owner = envelope.entity.mode == EntityPart::kInModelSpace ? m_core.roots.modelSpace
-                                                                  : m_core.roots.paperSpace;
-    ObjectAccess::setOwner(object, owner);
+    ObjectAccess::setOwner(object, ownerIn(envelope, stub));
     std::vector<AcDbObjectId> reactors;
     for (const HandleReference& reactor : envelope.reactors)
         reactors.push_back(idOf(reactor, stub));

@@ -20,6 +20,7 @@ public:
     Acad::ErrorStatus load(AcDbStub& stub, std::unique_ptr<AcDbObject>& object) override;
     AcRxClass* classOf(const AcDbStub& stub) override;
     std::wstring dxfNameOf(const AcDbStub& stub) override;
+    AcDbObjectId ownerOf(const AcDbStub& stub) override;
     std::vector<AcDbObjectId> entitiesOf(AcDbObjectId first, AcDbObjectId last) override;
     bool canComeAlive(const AcDbStub& stub) override;
 
@@ -30,6 +31,7 @@ private:
     Acad::ErrorStatus readLive(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts,
                                std::unique_ptr<AcDbObject>& object);
     std::unique_ptr<AcDbObject> makeStandIn(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts);
+    AcDbObjectId ownerIn(const ObjectEnvelope& envelope, const AcDbStub& stub);
     void applyEnvelope(const AcDbStub& stub, const ObjectEnvelope& envelope, AcDbObject& object);
     void applyEntity(const AcDbStub& stub, const EntityPart& part, AcDbEntity& entity);
     AcDbObjectId idOf(const HandleReference& reference, const AcDbStub& from);

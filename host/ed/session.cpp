@@ -3,6 +3,7 @@
 #include "db/database_core.h"
 #include "db/file_failure.h"
 #include "dbapserv.h"
+#include "ed/editor_events.h"
 #include "embedded/applications.h"
 #include "embedded/host_start.h"
 #include "platform/text.h"
@@ -117,8 +118,23 @@ void activateDocument(AcDbDatabase& database) {
 }
 
 void beginCommand(AcDbDatabase& database) { database.startUndoRecord(); }
-bool undo(AcDbDatabase& database) { return database.core().undo().undo(); }
-bool redo(AcDbDatabase& database) { return database.core().undo().redo(); }
+
+bool undo(AcDbDatabase& database) {
+    EditorCommand command(L"U");
+    const bool done = database.core().undo().undo();
+    if (done)
+        command.succeeded();
+    return done;
+}
+
+bool redo(AcDbDatabase& database) {
+    EditorCommand command(L"REDO");
+    const bool done = database.core().undo().redo();
+    if (done)
+        command.succeeded();
+    return done;
+}
+
 bool undoRedoActive(const AcDbDatabase& database) { return database.core().undo().active(); }
 
 void forgetHistory(AcDbDatabase& database) {

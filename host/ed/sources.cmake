@@ -1,2 +1,3 @@
 set(HOST_ED_SOURCES
+  editor_events.cpp
   session.cpp)

@@ -3,6 +3,7 @@
 #include "platform/text.h"
 #include "rx/wide_format.h"
 
+#include <algorithm>
 #include <cwchar>
 
 namespace {
@@ -19,6 +20,27 @@ AcString& AcString::assign(const ACHAR* text) {
 }
 
 std::string AcString::utf8() const { return platform::toUtf8(m_text); }
+
+const char* AcString::kszPtr() const {
+    const std::u16string units = platform::toUtf16(m_text);
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const char16_t unit = units[i];
+        if (unit < 0xD800 || unit > 0xDFFF)
+            continue;
+        const bool isPair =
+            unit < 0xDC00 && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF;
+        if (!isPair)
+            return nullptr;
+        ++i;
+    }
+    m_narrow = platform::toSystem(m_text);
+    return m_narrow.c_str();
+}
+
+bool AcString::isAscii() const {
+    return std::all_of(m_text.begin(), m_text.end(),
+                       [](ACHAR character) { return static_cast<unsigned>(character) < 128; });
+}
 
 AcString& AcString::append(const ACHAR* text) {
     m_text += std::wstring(orEmpty(text));

@@ -1,6 +1,7 @@
 #include "app/class_table.h"
 
 #include "base/product_name.h"
+#include "dbx/NamedSelection.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
 #include "dbx/doc/ORV_CCSysPar.h"
@@ -12,6 +13,8 @@ const ClassRow kObjCdbRecordRow = {L"ORV_CObjCdbRecord", L"AcDbObject",     21, 
                                    L"ORV_CDBRECORD",     kLoaderApplication};
 const ClassRow kCdbRecordRow = {L"ORV_CdbRecord", L"AcDbObject",     21, 126, 0,
                                 L"ORV_CDBRECORD", kLoaderApplication};
+const ClassRow kNamedSelectionRow = {L"ORV_NamedSelection",  L"AcDbObject",     21, 126, 0,
+                                     L"ORV_NAMED_SELECTION", kLoaderApplication};
 // This one's DXF name is its class name as it stands.
 const ClassRow kCCSysParRow = {L"ORV_CCSysPar", L"AcDbObject",     21, 126, 0,
                                L"ORV_CCSysPar", kLoaderApplication};
@@ -19,6 +22,7 @@ const ClassRow kCCSysParRow = {L"ORV_CCSysPar", L"AcDbObject",     21, 126, 0,
 const RegisteredClass kRegisteredClasses[] = {
     {&kObjCdbRecordRow, &ORV_CObjCdbRecord::rxInit},
     {&kCdbRecordRow, &ORV_CdbRecord::rxInit},
+    {&kNamedSelectionRow, &ORV_NamedSelection::rxInit},
     {&kCCSysParRow, &ORV_CCSysPar::rxInit},
 };
 const int kRegisteredClassCount = static_cast<int>(sizeof kRegisteredClasses / sizeof kRegisteredClasses[0]);

@@ -75,9 +75,18 @@ Acad::ErrorStatus Blob::dwgIn(AcDbDwgFiler* filer) {
         resize(0);
         Adesk::UInt32 filedSize = 0;
         ORV_ASSERT_STATUS(filer->readUInt32(&filedSize));
-        while (m_size < filedSize) {
+        return dwgInBytes(filer, filedSize);
+    } catch (Acad::ErrorStatus failed) {
+        return failed;
+    }
+}
+
+Acad::ErrorStatus Blob::dwgInBytes(AcDbDwgFiler* filer, std::uint32_t size) {
+    try {
+        resize(0);
+        while (m_size < size) {
             const std::size_t have = m_size;
-            const std::size_t step = std::min<std::size_t>(filedSize - have, std::max(kReadStep, have));
+            const std::size_t step = std::min<std::size_t>(size - have, std::max(kReadStep, have));
             resize(have + step);
             ORV_ASSERT_STATUS(filer->readBytes(m_data + have, step));
         }

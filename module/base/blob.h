@@ -5,6 +5,7 @@
 #include "acadstrc.h"
 
 #include <cstddef>
+#include <cstdint>
 
 class AcDbDwgFiler;
 
@@ -52,6 +53,8 @@ public:
     // Replaces the content with what dwgOut wrote. After a failure the block is no longer than what was asked
     // for so far; a size that the stream does not hold never takes more memory than the stream could fill.
     Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
+    // The same for `size` bytes whose number has been read already.
+    Acad::ErrorStatus dwgInBytes(AcDbDwgFiler* filer, std::uint32_t size);
 
 private:
     unsigned char* m_data = nullptr;

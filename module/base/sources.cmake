@@ -3,6 +3,7 @@ set(SOURCES
   blob.cpp
   dbx/inc/orvrxuti_dbx.cpp
   exceptions.cpp
+  file.cpp
   file_path.cpp
   guard.cpp
   key_value_storage.cpp

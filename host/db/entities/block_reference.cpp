@@ -2,24 +2,19 @@
 
 #include "db/database_core.h"
 #include "db/entities/entity_parts.h"
-#include "db/entities/reference_access.h"
-#include "db/entity_list.h"
+#include "db/entities/owned_chain.h"
 #include "db/field_stream.h"
-#include "db/object_access.h"
-#include "db/open_close.h"
-#include "db/reactors/notices.h"
-#include "db/symbol_index.h"
 #include "dbsymtb.h"
 #include "geplane.h"
 #include "rxclass.h"
 
-#include <algorithm>
-
 using namespace embedded;
 
-AcDbBlockReference::AcDbBlockReference() = default;
+AcDbBlockReference::AcDbBlockReference() : m_attributes(std::make_unique<OwnedChain>()) {}
+AcDbBlockReference::~AcDbBlockReference() = default;
 
-AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block) {
+AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block)
+    : AcDbBlockReference() {
     m_fields.position = position;
     m_fields.block = block;
 }
@@ -105,20 +100,6 @@ Acad::ErrorStatus AcDbBlockReference::getPlane(AcGePlane& plane, AcDb::Planarity
 
 namespace {
 
-// The ids that are filed are what other filers need of the attributes; the file names only the first and the
-// last of their chain.
-void readIds(AcDbDwgFiler& filer, std::vector<AcDbObjectId>& ids) {
-    Adesk::UInt32 count = 0;
-    filer.readUInt32(&count);
-    for (Adesk::UInt32 i = 0; i < count && filer.filerStatus() == Acad::eOk; ++i) {
-        AcDbHardOwnershipId id;
-        filer.readHardOwnershipId(&id);
-        // One that has been left out of a cloning.
-        if (!id.isNull())
-            ids.push_back(id);
-    }
-}
-
 // How the file tells the three scale factors.
 enum ScaleForm : Adesk::UInt8 { kAllTold = 0, kFirstIsOne = 1, kAllTheSame = 2, kAllAreOne = 3 };
 
@@ -156,24 +137,13 @@ Acad::ErrorStatus AcDbBlockReference::dwgOutFields(AcDbDwgFiler* filer) const {
 
 void AcDbBlockReference::writeAttributes(AcDbDwgFiler& filer) const {
     FieldWriter out(filer);
-    if (!out.toFile()) {
-        out.hardPointer(m_fields.block);
-        const std::vector<AcDbObjectId>& ids = attributes();
-        out.int32(static_cast<Adesk::UInt32>(ids.size()));
-        for (const AcDbObjectId& id : ids)
-            out.hardOwner(id);
-        out.hardOwner(m_fields.end);
-        return;
-    }
-    const bool unread = !m_firstFiled.isNull();
-    const std::vector<AcDbObjectId> live = unread ? std::vector<AcDbObjectId>() : liveAttributes();
-    out.flag(unread || !live.empty());
+    const bool has = !out.toFile() || m_attributes->isFiled();
+    if (out.toFile())
+        out.flag(has);
+    writeMore(filer);
     out.hardPointer(m_fields.block);
-    if (!unread && live.empty())
-        return;
-    out.softPointer(unread ? m_firstFiled : live.front());
-    out.softPointer(unread ? m_lastFiled : live.back());
-    out.hardOwner(m_fields.end);
+    if (has)
+        m_attributes->write(filer);
 }
 
 Acad::ErrorStatus AcDbBlockReference::dwgInFields(AcDbDwgFiler* filer) {
@@ -204,55 +174,18 @@ void AcDbBlockReference::readAttributes(AcDbDwgFiler& filer, bool ofFile) {
     bool has = !ofFile;
     if (ofFile)
         in.flag(has);
+    readMore(filer);
     in.hardPointer(m_fields.block);
-    std::vector<AcDbObjectId> ids;
-    AcDbObjectId first, last, end;
-    if (has && ofFile) {
-        in.softPointer(first);
-        in.softPointer(last);
-    } else if (has) {
-        readIds(filer, ids);
-    }
     if (has)
-        in.hardOwner(end);
-    // A copy takes over what the other looks like and keeps the attributes that are its own, or none.
-    if (!in.ok() || filer.filerType() == AcDb::kCopyFiler)
-        return;
-    m_attributes = std::move(ids);
-    m_firstFiled = first;
-    m_lastFiled = last;
-    m_fields.end = end;
+        m_attributes->read(filer);
 }
 
-const std::vector<AcDbObjectId>& AcDbBlockReference::attributes() const {
-    if (!m_firstFiled.isNull()) {
-        const DatabaseCore* core = coreOf(objectId());
-        if (core != nullptr && core->source != nullptr)
-            m_attributes = core->source->entitiesOf(m_firstFiled, m_lastFiled);
-        m_firstFiled.setNull();
-        m_lastFiled.setNull();
-    }
-    return m_attributes;
-}
-
-std::vector<AcDbObjectId> AcDbBlockReference::liveAttributes() const {
-    std::vector<AcDbObjectId> live;
-    for (const AcDbObjectId& id : attributes())
-        if (objectIsLive(id))
-            live.push_back(id);
-    return live;
-}
-
-std::vector<AcDbStub*> ReferenceAccess::liveAttributes(const AcDbBlockReference& reference) {
-    std::vector<AcDbStub*> stubs;
-    for (const AcDbObjectId& id : reference.liveAttributes())
-        stubs.push_back(id);
-    return stubs;
-}
+void AcDbBlockReference::readMore(AcDbDwgFiler&) {}
+void AcDbBlockReference::writeMore(AcDbDwgFiler&) const {}
 
 AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
     assertReadEnabled();
-    return new AcDbObjectIterator(liveAttributes());
+    return new AcDbObjectIterator(m_attributes->live());
 }
 
 Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
@@ -269,22 +202,7 @@ Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttr
     if (objectId().isNull())
         return Acad::eNoDatabase;
     assertWriteEnabled();
-    attributes();
-    DatabaseCore& core = *coreOf(objectId());
-    id = core.add(attribute);
-    ObjectAccess::setOwner(*attribute, objectId());
-    if (attribute->layerId().isNull())
-        takeSettings(*this, *attribute);
-    m_attributes.push_back(id);
-    if (m_fields.end.isNull() || m_fields.end.isErased()) {
-        auto* end = new AcDbSequenceEnd;
-        m_fields.end = core.add(end);
-        ObjectAccess::setOwner(*end, objectId());
-        takeSettings(*this, *end);
-        notices::appended(*end);
-        end->close();
-    }
-    notices::appended(*attribute);
+    id = m_attributes->insert(*this, *attribute, OwnedChain::kAtEnd);
     return Acad::eOk;
 }
 
@@ -292,8 +210,7 @@ Acad::ErrorStatus AcDbBlockReference::openAttribute(AcDbAttribute*& attribute, A
                                                     AcDb::OpenMode mode, bool openErased) const {
     attribute = nullptr;
     assertReadEnabled();
-    const std::vector<AcDbObjectId>& ids = attributes();
-    if (std::find(ids.begin(), ids.end(), id) == ids.end())
+    if (!m_attributes->holds(id))
         return Acad::eKeyNotFound;
     AcDbObject* object = nullptr;
     const Acad::ErrorStatus es = acdbOpenAcDbObject(object, id, mode, openErased);
@@ -308,20 +225,12 @@ Acad::ErrorStatus AcDbBlockReference::openAttribute(AcDbAttribute*& attribute, A
 
 Acad::ErrorStatus AcDbBlockReference::openSequenceEnd(AcDbSequenceEnd*& end, AcDb::OpenMode mode) const {
     assertReadEnabled();
-    return acdbOpenObject(end, m_fields.end, mode);
+    return acdbOpenObject(end, m_attributes->end(), mode);
 }
 
-// What went with the reference comes back with it; what was erased before stays so.
 Acad::ErrorStatus AcDbBlockReference::subErase(Adesk::Boolean erasing) {
     const Acad::ErrorStatus es = AcDbEntity::subErase(erasing);
-    if (es != Acad::eOk)
-        return es;
-    if (erasing) {
-        m_erasedWithThis = liveAttributes();
-        if (objectIsLive(m_fields.end))
-            m_erasedWithThis.push_back(m_fields.end);
-    }
-    for (const AcDbObjectId& id : m_erasedWithThis)
-        eraseOwned(*static_cast<AcDbStub*>(id), erasing);
-    return Acad::eOk;
+    if (es == Acad::eOk)
+        m_attributes->erase(erasing != 0);
+    return es;
 }

@@ -1,5 +1,6 @@
 #include "acgi.h"
 #include "db/entities/entity_parts.h"
+#include "db/entities/owned_chain.h"
 #include "dbents.h"
 #include "dbsymtb.h"
 
@@ -106,7 +107,7 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) 
     const AcGeMatrix3d made = xform * blockTransform();
     if (made.isSingular() || !placeFrom(made))
         return Acad::eCannotScaleNonUniformly;
-    for (const AcDbObjectId& id : liveAttributes()) {
+    for (const AcDbObjectId& id : m_attributes->live()) {
         AcDbEntity* attribute = nullptr;
         if (acdbOpenAcDbEntity(attribute, id, AcDb::kForWrite) != Acad::eOk)
             continue;
@@ -119,7 +120,7 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) 
 Acad::ErrorStatus AcDbBlockReference::subGetGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray&,
                                                        AcDbIntArray&) const {
     gripPoints.append(position());
-    for (const AcDbObjectId& id : liveAttributes()) {
+    for (const AcDbObjectId& id : m_attributes->live()) {
         AcDbAttribute* attribute = nullptr;
         if (openAttribute(attribute, id, AcDb::kForRead) != Acad::eOk)
             continue;
@@ -132,7 +133,7 @@ Acad::ErrorStatus AcDbBlockReference::subGetGripPoints(AcGePoint3dArray& gripPoi
 
 Acad::ErrorStatus AcDbBlockReference::subMoveGripPointsAt(const AcDbIntArray& indices,
                                                           const AcGeVector3d& offset) {
-    const std::vector<AcDbObjectId> ids = liveAttributes();
+    const std::vector<AcDbObjectId> ids = m_attributes->live();
     if (!indicesAreBelow(indices, static_cast<int>(ids.size()) + 1))
         return Acad::eInvalidIndex;
     const AcGeMatrix3d move = AcGeMatrix3d::translation(offset);
@@ -185,21 +186,30 @@ Adesk::UInt32 AcDbBlockReference::subSetAttributes(AcGiDrawableTraits* traits) {
     return AcDbEntity::subSetAttributes(traits) | kDrawableIsCompoundObject;
 }
 
-Adesk::Boolean AcDbBlockReference::subWorldDraw(AcGiWorldDraw* worldDraw) {
-    AcGiWorldGeometry& geometry = worldDraw->geometry();
-    geometry.pushModelTransform(blockTransform());
+void AcDbBlockReference::drawBlock(AcGiWorldDraw& worldDraw, const AcGeMatrix3d& place) const {
+    AcGiWorldGeometry& geometry = worldDraw.geometry();
+    geometry.pushModelTransform(place);
     forEachEntity(m_fields.block, true, [&](AcDbEntity& entity) {
         geometry.draw(&entity);
-        return worldDraw->regenAbort() ? Acad::eUserBreak : Acad::eOk;
+        return worldDraw.regenAbort() ? Acad::eUserBreak : Acad::eOk;
     });
     geometry.popModelTransform();
+}
+
+void AcDbBlockReference::drawAttributes(AcGiWorldDraw& worldDraw) const {
+    AcGiWorldGeometry& geometry = worldDraw.geometry();
     geometry.startAttributesSegment();
-    for (const AcDbObjectId& id : liveAttributes()) {
+    for (const AcDbObjectId& id : m_attributes->live()) {
         AcDbEntity* attribute = nullptr;
         if (acdbOpenAcDbEntity(attribute, id, AcDb::kForRead) != Acad::eOk)
             continue;
         geometry.draw(attribute);
         attribute->close();
     }
+}
+
+Adesk::Boolean AcDbBlockReference::subWorldDraw(AcGiWorldDraw* worldDraw) {
+    drawBlock(*worldDraw, blockTransform());
+    drawAttributes(*worldDraw);
     return true;
 }

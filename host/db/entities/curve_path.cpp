@@ -78,6 +78,14 @@ double PathSegment::nearest(const AcGePoint3d& point, bool beyondBegin, bool bey
     return share > 1.0 && !beyondEnd ? 1.0 : share;
 }
 
+void CurvePath::appendBulged(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
+                             const AcGeVector3d& normal, double param) {
+    PlaneArc arc;
+    segments.push_back(PlaneArc::fromBulge(from, to, bulge, normal, arc)
+                           ? PathSegment::round(arc, param, param + 1.0)
+                           : PathSegment::straight(from, to, param, param + 1.0));
+}
+
 double CurvePath::length() const {
     double sum = 0.0;
     for (const PathSegment& segment : segments)

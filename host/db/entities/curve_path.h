@@ -36,6 +36,15 @@ public:
     std::vector<PathSegment> segments;
     bool isClosed = false;
 
+    // A piece at the end: an arc by its bulge about the normal, or a line. It goes over a range of 1 of the
+    // parameter, from `param` on, or from the number of the pieces before.
+    void appendBulged(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
+                      const AcGeVector3d& normal, double param);
+    void appendBulged(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
+                      const AcGeVector3d& normal) {
+        appendBulged(from, to, bulge, normal, static_cast<double>(segments.size()));
+    }
+
     double startParam() const { return segments.front().startParam; }
     double endParam() const { return segments.back().endParam; }
     double length() const;

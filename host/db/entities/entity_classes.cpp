@@ -13,6 +13,13 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbText, AcDbEntity, AcDb::kDHL_1012, 0, 0, TEXT, Objec
 ACRX_DXF_DEFINE_MEMBERS(AcDbAttribute, AcDbText, AcDb::kDHL_1012, 0, 0, ATTRIB, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbSequenceEnd, AcDbEntity, AcDb::kDHL_1012, 0, 0, SEQEND, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, AcDb::kDHL_1012, 0, 0, INSERT, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbMInsertBlock, AcDbBlockReference, AcDb::kDHL_1012, 0, 0, INSERT,
+                        ObjectDBX Classes)
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbVertex, AcDbEntity)
+ACRX_DXF_DEFINE_MEMBERS(AcDb2dVertex, AcDbVertex, AcDb::kDHL_1012, 0, 0, VERTEX, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDb3dPolylineVertex, AcDbVertex, AcDb::kDHL_1012, 0, 0, VERTEX, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, AcDb::kDHL_1012, 0, 0, POLYLINE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, AcDb::kDHL_1012, 0, 0, POLYLINE, ObjectDBX Classes)
 
 namespace {
 
@@ -27,6 +34,12 @@ void initEntityClasses() {
     AcDbAttribute::rxInit();
     AcDbSequenceEnd::rxInit();
     AcDbBlockReference::rxInit();
+    AcDbMInsertBlock::rxInit();
+    AcDbVertex::rxInit();
+    AcDb2dVertex::rxInit();
+    AcDb3dPolylineVertex::rxInit();
+    AcDb2dPolyline::rxInit();
+    AcDb3dPolyline::rxInit();
 }
 
 const embedded::RoomInitialiser roomInitialiser(31, initEntityClasses);

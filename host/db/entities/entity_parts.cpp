@@ -4,6 +4,7 @@
 #include "db/entities/curve_path.h"
 #include "db/field_filer.h"
 #include "db/object_access.h"
+#include "dbents.h"
 
 #include <cmath>
 
@@ -43,6 +44,14 @@ double transformedThickness(const AcGeMatrix3d& matrix, const AcGeVector3d& norm
         return thickness;
     const AcGeVector3d up = matrix * normal;
     return up.dotProduct(newNormal) < 0.0 ? -up.length() * thickness : up.length() * thickness;
+}
+
+bool keepsCirclesRound(const AcGeMatrix3d& matrix, const AcGeVector3d& normal) {
+    PlaneArc circle;
+    circle.normal = normal;
+    circle.xAxis = normal.perpVector();
+    circle.radius = 1.0;
+    return circle.transformBy(matrix);
 }
 
 bool indicesAreBelow(const AcDbIntArray& indices, int count) {
@@ -85,6 +94,29 @@ bool drawPath(const CurvePath& path, const AcGeVector3d* normal, bool isWhole, c
             return true;
     }
     return flush();
+}
+
+Acad::ErrorStatus explodePath(const CurvePath& path, const AcGeVector3d& normal, double thickness,
+                              const AcDbEntity& from, AcDbVoidPtrArray& entitySet) {
+    if (path.segments.empty())
+        return Acad::eCannotExplodeEntity;
+    for (const PathSegment& piece : path.segments) {
+        AcDbCurve* part = nullptr;
+        if (piece.isStraight) {
+            auto* line = new AcDbLine(piece.from, piece.to);
+            line->setNormal(normal);
+            line->setThickness(thickness);
+            part = line;
+        } else {
+            auto* arc = newArc(piece.arc);
+            // The arc's own normal may be the other one.
+            arc->setThickness(piece.arc.normal.dotProduct(normal) < 0.0 ? -thickness : thickness);
+            part = arc;
+        }
+        takeSettings(from, *part);
+        entitySet.append(part);
+    }
+    return Acad::eOk;
 }
 
 } // namespace embedded

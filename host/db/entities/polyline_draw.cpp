@@ -33,41 +33,55 @@ std::vector<AcGePoint3d> outlineOf(const PathSegment& piece, const AcGeVector3d&
 
 } // namespace
 
+namespace embedded {
+
+void drawWidePath(const CurvePath& path, const std::vector<WidthPair>& widths, const AcGeVector3d& normal,
+                  AcGiWorldDraw& worldDraw) {
+    AcGiSubEntityTraits& traits = worldDraw.subEntityTraits();
+    const AcGiFillType before = traits.fillType();
+    for (std::size_t i = 0; i < path.segments.size() && !worldDraw.regenAbort(); ++i) {
+        const PathSegment& piece = path.segments[i];
+        if (widths[i].start == 0.0 && widths[i].end == 0.0) {
+            CurvePath alone;
+            alone.segments = {piece};
+            drawPath(alone, &normal, false, worldDraw.geometry());
+            continue;
+        }
+        const double deviation = worldDraw.deviation(kAcGiMaxDevForCurve, piece.pointAt(0.0));
+        const std::vector<AcGePoint3d> outline =
+            outlineOf(piece, normal, widths[i].start, widths[i].end, deviation);
+        traits.setFillType(kAcGiFillAlways);
+        worldDraw.geometry().polygon(static_cast<Adesk::UInt32>(outline.size()), outline.data());
+        traits.setFillType(before);
+    }
+}
+
+Acad::ErrorStatus wideExtents(const AcDbEntity& entity, const AcGeVector3d& thickness, AcDbExtents& extents) {
+    AcDbExtents box;
+    const Acad::ErrorStatus es = drawnExtents(entity, box);
+    if (es != Acad::eOk)
+        return es;
+    box.expandBy(thickness);
+    extents = box;
+    return es;
+}
+
+} // namespace embedded
+
 Adesk::Boolean AcDbPolyline::subWorldDraw(AcGiWorldDraw* worldDraw) {
     if (!hasWidth())
         return AcDbCurve::subWorldDraw(worldDraw);
-    AcGiSubEntityTraits& traits = worldDraw->subEntityTraits();
-    const AcGiFillType before = traits.fillType();
-    traits.setThickness(m_fields.thickness);
-    for (std::size_t i = 0; i < segmentCount() && !worldDraw->regenAbort(); ++i) {
-        CurvePath path;
-        appendSegment(i, path);
-        double startWidth = 0.0;
-        double endWidth = 0.0;
-        getWidthsAt(static_cast<unsigned int>(i), startWidth, endWidth);
-        if (startWidth == 0.0 && endWidth == 0.0) {
-            drawPath(path, &m_fields.normal, false, worldDraw->geometry());
-            continue;
-        }
-        const PathSegment& piece = path.segments.front();
-        const double deviation = worldDraw->deviation(kAcGiMaxDevForCurve, piece.pointAt(0.0));
-        const std::vector<AcGePoint3d> outline =
-            outlineOf(piece, m_fields.normal, startWidth, endWidth, deviation);
-        traits.setFillType(kAcGiFillAlways);
-        worldDraw->geometry().polygon(static_cast<Adesk::UInt32>(outline.size()), outline.data());
-        traits.setFillType(before);
-    }
+    CurvePath path;
+    getPath(path);
+    std::vector<WidthPair> widths(path.segments.size());
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        getWidthsAt(static_cast<unsigned int>(i), widths[i].start, widths[i].end);
+    worldDraw->subEntityTraits().setThickness(m_fields.thickness);
+    drawWidePath(path, widths, m_fields.normal, *worldDraw);
     return true;
 }
 
 Acad::ErrorStatus AcDbPolyline::subGetGeomExtents(AcDbExtents& extents) const {
-    if (!hasWidth())
-        return AcDbCurve::subGetGeomExtents(extents);
-    AcDbExtents box;
-    const Acad::ErrorStatus es = drawnExtents(*this, box);
-    if (es != Acad::eOk)
-        return es;
-    box.expandBy(thicknessVector());
-    extents = box;
-    return es;
+    return hasWidth() ? wideExtents(*this, thicknessVector(), extents)
+                      : AcDbCurve::subGetGeomExtents(extents);
 }

@@ -5,7 +5,6 @@
 #include "dbpl.h"
 
 #include <algorithm>
-#include <memory>
 
 using namespace embedded;
 
@@ -18,11 +17,7 @@ void AcDbPolyline::appendSegment(std::size_t index, CurvePath& path) const {
     const AcGePoint3d from = toWorld(m_fields.points[index]);
     const AcGePoint3d to = toWorld(m_fields.points[(index + 1) % m_fields.points.size()]);
     const double bulge = m_fields.bulges.empty() ? 0.0 : m_fields.bulges[index];
-    const double param = static_cast<double>(index);
-    PlaneArc arc;
-    path.segments.push_back(PlaneArc::fromBulge(from, to, bulge, m_fields.normal, arc)
-                                ? PathSegment::round(arc, param, param + 1.0)
-                                : PathSegment::straight(from, to, param, param + 1.0));
+    path.appendBulged(from, to, bulge, m_fields.normal, static_cast<double>(index));
 }
 
 bool AcDbPolyline::getPath(CurvePath& path) const {
@@ -69,14 +64,8 @@ Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
     AcGeVector3d normal = m_fields.normal;
     if (!transformsPlane(xform, normal))
         return Acad::eCannotScaleNonUniformly;
-    if (hasBulges() || hasWidth()) {
-        PlaneArc arc;
-        arc.normal = m_fields.normal;
-        arc.xAxis = m_fields.normal.perpVector();
-        arc.radius = 1.0;
-        if (!arc.transformBy(xform))
-            return Acad::eCannotScaleNonUniformly;
-    }
+    if ((hasBulges() || hasWidth()) && !keepsCirclesRound(xform, m_fields.normal))
+        return Acad::eCannotScaleNonUniformly;
     assertWriteEnabled();
     const AcGeVector3d across = m_fields.normal.perpVector();
     const double widthFactor = (xform * across).length();
@@ -121,24 +110,6 @@ Acad::ErrorStatus AcDbPolyline::subMoveGripPointsAt(const AcDbIntArray& indices,
 
 Acad::ErrorStatus AcDbPolyline::subExplode(AcDbVoidPtrArray& entitySet) const {
     CurvePath path;
-    if (!getPath(path))
-        return Acad::eCannotExplodeEntity;
-    for (const PathSegment& piece : path.segments) {
-        AcDbCurve* part = nullptr;
-        if (piece.isStraight) {
-            auto* line = new AcDbLine(piece.from, piece.to);
-            line->setNormal(m_fields.normal);
-            line->setThickness(m_fields.thickness);
-            part = line;
-        } else {
-            auto* arc = newArc(piece.arc);
-            // The arc's own normal may be the other one.
-            arc->setThickness(piece.arc.normal.dotProduct(m_fields.normal) < 0.0 ? -m_fields.thickness
-                                                                                 : m_fields.thickness);
-            part = arc;
-        }
-        takeSettings(*this, *part);
-        entitySet.append(part);
-    }
-    return Acad::eOk;
+    getPath(path);
+    return explodePath(path, m_fields.normal, m_fields.thickness, *this, entitySet);
 }

@@ -11,11 +11,18 @@ set(HOST_DB_ENTITIES_SOURCES
   entity_parts.cpp
   extents.cpp
   line.cpp
+  minsert_block.cpp
+  owned_chain.cpp
   point.cpp
   polyline.cpp
+  polyline_2d.cpp
+  polyline_2d_geometry.cpp
+  polyline_3d.cpp
   polyline_draw.cpp
   polyline_geometry.cpp
   reference_lists.cpp
   sequence_end.cpp
   text.cpp
-  text_geometry.cpp)
+  text_geometry.cpp
+  vertex.cpp
+  vertex_polyline.cpp)

@@ -7,9 +7,13 @@
 #include "entities/block_reference.h"
 #include "entities/circle.h"
 #include "entities/line.h"
+#include "entities/minsert_block.h"
 #include "entities/point.h"
+#include "entities/polyline_2d.h"
+#include "entities/polyline_3d.h"
 #include "entities/sequence_end.h"
 #include "entities/text.h"
+#include "entities/vertex.h"
 
 // The two entities with which a drawing file frames a block's entities. They belong to the block's record and
 // are not among its entities.

@@ -2,6 +2,7 @@
 
 #include "AdAChar.h"
 #include "acdb.h"
+#include "adsdef.h"
 #include "dbextents.h"
 #include "dbfiler.h"
 #include "dbgrip.h"
@@ -469,6 +470,17 @@ public:
     Acad::ErrorStatus wblock(AcDbDatabase*& output, AcDbObjectId blockId);
     Acad::ErrorStatus wblock(AcDbDatabase*& output);
 
+    // Brings all of another drawing's model space here: as a new block of that name, with the other drawing's
+    // base point as its origin, whose record `blockId` is; or into model space, moved by the matrix. Records
+    // whose names are here already are used, as wblockCloneObjects with kDrcIgnore. Without
+    // `preserveSourceDatabase` the other drawing may be used up; it is the caller's still. eOk; eInvalidInput
+    // for null or this database; eInvalidInput for an empty name, eDuplicateRecordName for one that is taken;
+    // the statuses of wblockCloneObjects and of moving. After a failure nothing has been brought.
+    Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* database,
+                             bool preserveSourceDatabase = true);
+    Acad::ErrorStatus insert(const AcGeMatrix3d& xform, AcDbDatabase* database,
+                             bool preserveSourceDatabase = true);
+
     // See AcDbDatabaseReactor. eOk; eInvalidInput for null; eDuplicateKey; eKeyNotFound.
     Acad::ErrorStatus addReactor(AcDbDatabaseReactor* reactor) const;
     Acad::ErrorStatus removeReactor(AcDbDatabaseReactor* reactor) const;
@@ -502,6 +514,12 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
                                      bool openErased = false);
 Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
                                      bool openErased = false);
+
+// Between an id and the name of the same object in the plain interface (adsdef.h). eOk; eInvalidAdsName, with
+// a null id, for a name that names no object of a database, gone ones included; eNullObjectId, with a name of
+// zeros, for the null id. Neither looks whether the object is erased.
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);
 
 inline Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id,
                                         AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {

@@ -26,6 +26,11 @@ public:
     operator const ACHAR*() const { return m_text.c_str(); }
     // The text as UTF-8.
     std::string utf8() const;
+    // The text in the system's narrow characters (UTF-8 off Windows), valid until the text is changed. Null
+    // for one that has no such form, since it holds half a character.
+    const char* kszPtr() const;
+    // No character beyond 127.
+    bool isAscii() const;
 
     unsigned int length() const { return static_cast<unsigned int>(m_text.size()); }
     unsigned int tcharLength() const { return length(); }
@@ -70,6 +75,7 @@ public:
 
 private:
     std::wstring m_text;
+    mutable std::string m_narrow; // what kszPtr gave
 };
 
 inline AcString operator+(const AcString& left, const AcString& right) { return AcString(left) += right; }

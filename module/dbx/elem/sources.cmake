@@ -1,6 +1,16 @@
 set(SOURCES
+  MovedElements.cpp
   ObjectProperties.cpp
   bimid.cpp
+  element_base.cpp
   element_log.cpp
+  element_log_filing.cpp
+  element_reader.cpp
+  element_triggers.cpp
+  element_writer.cpp
+  plugin.cpp
+  plugin_connected_elements.cpp
+  plugin_general.cpp
+  plugin_registry.cpp
   property.cpp
   property_serializers.cpp)

@@ -20,7 +20,12 @@ std::map<std::wstring, AcRxClass*> liveKinds() {
             {L"LWPOLYLINE", AcDbPolyline::desc()},
             {L"INSERT", AcDbBlockReference::desc()},
             {L"ATTRIB", AcDbAttribute::desc()},
-            {L"SEQEND", AcDbSequenceEnd::desc()}};
+            {L"SEQEND", AcDbSequenceEnd::desc()},
+            {L"MINSERT", AcDbMInsertBlock::desc()},
+            {L"VERTEX_2D", AcDb2dVertex::desc()},
+            {L"VERTEX_3D", AcDb3dPolylineVertex::desc()},
+            {L"POLYLINE_2D", AcDb2dPolyline::desc()},
+            {L"POLYLINE_3D", AcDb3dPolyline::desc()}};
 }
 
 class RealEntities : public FolderFixture, public testing::WithParamInterface<const char*> {

@@ -1,33 +1,18 @@
 #pragma once
 
 #include "dbmain.h"
+#include "entities/object_iterator.h"
 #include "gescl3d.h"
 
 #include <memory>
-#include <vector>
 
 class AcDbAttribute;
 class AcDbSequenceEnd;
 
 namespace embedded {
+class OwnedChain;
 struct ReferenceAccess;
 }
-
-// Walks the attributes of a block reference, in their order. Erased ones are passed over. The reference must
-// stay open.
-class AcDbObjectIterator {
-public:
-    explicit AcDbObjectIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) {}
-    void start() { m_at = 0; }
-    Adesk::Boolean done() const { return m_at >= m_ids.size(); }
-    void step() { ++m_at; }
-    // Null behind the last.
-    AcDbObjectId objectId() const { return done() ? AcDbObjectId() : m_ids[m_at]; }
-
-private:
-    std::vector<AcDbObjectId> m_ids;
-    std::size_t m_at = 0;
-};
 
 // A block that is shown at a place. Owns its attributes: erasing it, or bringing it back, takes those along
 // that went with it.
@@ -36,6 +21,7 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference);
     AcDbBlockReference();
     AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block);
+    ~AcDbBlockReference() override;
 
     // Getters need read; setters need write and answer eOk unless something else is said.
     AcDbObjectId blockTableRecord() const;
@@ -100,6 +86,12 @@ protected:
     // What the block holds, then the attributes.
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
+    // The two halves of drawing it.
+    void drawBlock(AcGiWorldDraw& worldDraw, const AcGeMatrix3d& place) const;
+    void drawAttributes(AcGiWorldDraw& worldDraw) const;
+    // What a derived class files in front of the block's id.
+    virtual void readMore(AcDbDwgFiler& filer);
+    virtual void writeMore(AcDbDwgFiler& filer) const;
 
 private:
     friend struct embedded::ReferenceAccess;
@@ -109,18 +101,11 @@ private:
         double rotation = 0.0;
         AcGeVector3d normal = AcGeVector3d::kZAxis;
         AcDbObjectId block;
-        AcDbObjectId end;
     };
-    void readAttributes(AcDbDwgFiler& filer, bool hasAttributes);
+    void readAttributes(AcDbDwgFiler& filer, bool ofFile);
     void writeAttributes(AcDbDwgFiler& filer) const;
-    const std::vector<AcDbObjectId>& attributes() const;
-    std::vector<AcDbObjectId> liveAttributes() const;
     bool placeFrom(const AcGeMatrix3d& matrix);
 
     Fields m_fields;
-    // Those of the file are found at the first look, by the two that it names.
-    mutable std::vector<AcDbObjectId> m_attributes;
-    mutable AcDbObjectId m_firstFiled;
-    mutable AcDbObjectId m_lastFiled;
-    std::vector<AcDbObjectId> m_erasedWithThis;
+    std::unique_ptr<embedded::OwnedChain> m_attributes;
 };

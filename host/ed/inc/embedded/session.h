@@ -29,7 +29,8 @@ const std::vector<AcDbDatabase*>& documents();
 // Makes a document the one that is worked in.
 void activateDocument(AcDbDatabase& database);
 
-// The editor's history: a command begins a step; undo and redo move whole steps. False if there is none.
+// The editor's history: a command begins a step; undo and redo move whole steps, as the commands "U" and "REDO"
+// of aced.h. False if there is none, and from within an undo or redo of the same database.
 void beginCommand(AcDbDatabase& database);
 bool undo(AcDbDatabase& database);
 bool redo(AcDbDatabase& database);

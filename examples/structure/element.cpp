@@ -1,0 +1,103 @@
+#include "structure/element.h"
+
+#include "dbx/doc/use_system.h"
+#include "dbx/elem/plugin_general.h"
+#include "orvshape/element_contexts.h"
+#include "structure/soft_connections.h"
+
+#include <boost/make_shared.hpp>
+
+#include <vector>
+
+namespace structure {
+
+namespace {
+
+const std::set<AcDbObjectId>* s_copies = nullptr;
+
+} // namespace
+
+Element::General* Element::general() {
+    return dynamic_cast<General*>(getFirstPlugin(General::static_pluginId()));
+}
+
+const Element::General* Element::general() const {
+    return dynamic_cast<const General*>(getFirstPlugin(General::static_pluginId()));
+}
+
+const Element::Connections* Element::connections() const {
+    for (const auto& plugin : getConstPluginIterator())
+        if (const auto* const connections = dynamic_cast<const Connections*>(plugin.get()))
+            return connections;
+    return nullptr;
+}
+
+Element::Connections* Element::connections() {
+    return const_cast<Connections*>(static_cast<const Element&>(*this).connections());
+}
+
+void Element::addUsualPlugins(Connections::Ownership ownership, unsigned int behaviour) {
+    const auto general = boost::make_shared<General>();
+    addPlugin(general);
+    general->createBIMID();
+    boost::shared_ptr<Connections> connections;
+    if (ownership == orv::elem::kHardPointer)
+        connections = boost::make_shared<Connections>(ownership);
+    else
+        connections = boost::make_shared<SoftConnections>();
+    addPlugin(connections);
+    connections->setBehaviour(behaviour);
+}
+
+void Element::onPostClone() {
+    ElementBase::onPostClone();
+    if (General* const mine = general())
+        mine->createBIMID();
+    Connections* const others = connections();
+    if (others == nullptr)
+        return;
+    std::vector<AcDbObjectId> left;
+    for (const AcDbObjectId& id : *others)
+        if (!CopiedTogether::has(id))
+            left.push_back(id);
+    for (const AcDbObjectId& id : left)
+        others->remove(id);
+}
+
+void Element::appendElementInfo(orv::ElementInfoContext& info) const {
+    info.heading(kind());
+    if (const General* const known = general()) {
+        info.value(L"Number", std::to_wstring(known->getNumber()));
+        info.value(L"Name", known->getName());
+    }
+    ElementBase::appendElementInfo(info);
+}
+
+bool Element::takeMoved() const {
+    const bool moved = m_moved;
+    m_moved = false;
+    return moved;
+}
+
+bool Element::takeCopied() const {
+    const bool copied = m_copied;
+    m_copied = false;
+    return copied;
+}
+
+orv::System* Element::findSystem() const {
+    if (getNodDatabaseName().empty())
+        return nullptr;
+    const orv::UseSystem system(&m_entity);
+    return system.empty() ? nullptr : system.operator->();
+}
+
+CopiedTogether::CopiedTogether(const std::set<AcDbObjectId>& copies) : m_before(s_copies) {
+    s_copies = &copies;
+}
+
+CopiedTogether::~CopiedTogether() { s_copies = m_before; }
+
+bool CopiedTogether::has(const AcDbObjectId& id) { return s_copies != nullptr && s_copies->count(id) != 0; }
+
+} // namespace structure

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "dbx/elem/element_base.h"
+
+class AcDbDwgFiler;
+class AcDbObjectId;
+class AcString;
+
+namespace orv {
+class Blob;
+}
+
+namespace orv::elem {
+
+// Reads the stream of one element, of every version, from a filer. See docs/element-stream.md.
+class ElementReader {
+public:
+    ElementReader(ElementBase& element, AcDbDwgFiler& filer) : m_element(element), m_filer(filer) {}
+
+    // Throws the status of the first call that fails, and 301 where the host is to keep the element as a
+    // proxy. What an archive or a plugin throws passes through.
+    void read();
+
+private:
+    struct Record;
+
+    void readVersion();
+    void readPlugins();
+    void readPlugin();
+    Record readRecord();
+    std::deque<AcDbObjectId> readSoftIds();
+    std::deque<AcDbObjectId> readHardIds();
+    boost::shared_ptr<ElementBase::IPlugin> createPlugin(const Record& record) const;
+    void readLivingPlugin(const boost::shared_ptr<ElementBase::IPlugin>& plugin, Record& record);
+    void keepUnknownPlugin(Record& record);
+    void readTree(PropertyTree& tree);
+    void readLink();
+    void readOwnData();
+    void readLog();
+    void readMagic();
+    boost::shared_ptr<Blob> readBlock(unsigned int size);
+
+    ElementBase& m_element;
+    AcDbDwgFiler& m_filer;
+    unsigned int m_version = 0;
+};
+
+} // namespace orv::elem

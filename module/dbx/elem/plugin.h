@@ -1,0 +1,89 @@
+#pragma once
+
+#include "base/export.h"
+#include "dbx/elem/element_base.h"
+
+namespace orv::elem {
+
+// A piece of an element's behaviour, with data and a version of its own. A drawing keeps it by its id, so
+// that it outlives the code. Its calls are those of its element's thread.
+//
+// The order of the virtual operations is known to other modules. A derived plugin adds its own behind them.
+// The hooks do nothing unless overridden.
+class TALDORK_API ElementBase::IPlugin : boost::noncopyable {
+public:
+    static constexpr unsigned int kVersion = 1; // of the frame around the plugin's data
+    static constexpr unsigned int kMagic = 0xafdb7de5;
+
+    virtual ~IPlugin();
+    // ASCII, never empty; the same for all of one class. An incompatible successor has an id of its own.
+    virtual const std::string& pluginId() const = 0;
+
+protected:
+    // Called by setOwner. The old owner is null the first time.
+    virtual void onDetached(ElementBase* previousOwner);
+    virtual void onAttached();
+    virtual void onPreMoveGrips(AcGeVector3d& offset);
+    virtual void onGetGrips(GripManager::ScopedCreator& creator) const;
+    virtual void onPreTransform(AcGeMatrix3d& xform);
+    virtual void onPostTransform(const AcGeMatrix3d& xform);
+    virtual void onPreWorldDraw(const AcDbEntity& entity, AcGiWorldDraw& wd);
+    virtual void onWorldDraw(AcadWorldDraw& wd, System& system);
+    virtual void onPreViewportDraw(const AcDbEntity& entity, AcGiViewportDraw& vd);
+    virtual void onViewportDraw(AcadViewportDraw& vd, System& system);
+    virtual void onErase(bool erasing);
+    virtual void onPostClone();
+    virtual void onAppendElementInfo(ElementInfoContext& info) const;
+    // Vetoes: true unless overridden.
+    virtual bool canElementBeCloned(const ElementCloneContext& context) const;
+    virtual bool canElementBeTransformed() const;
+    virtual void onMoved();
+
+public:
+    virtual void onQueryEndpointInterface(geom::EndpointInterface& endpoints) const;
+
+protected:
+    // The plugin's data: by convention its own version first and its own magic last. False when loading makes
+    // the host keep the whole element as a proxy; when saving it leaves the frame's end away, and such a
+    // record does not load again. `elementVersion` is that of the element's stream.
+    virtual bool onSave(serialization::IOutArchive& archive) const;
+    virtual bool onSave(KeyValueStorage& storage) const;
+    virtual bool onLoad(serialization::IInArchive& archive, unsigned int elementVersion);
+    virtual bool onLoad(const KeyValueStorage& storage);
+
+    IPlugin();
+
+    // Those of the owner; without one nothing.
+    void assertReadEnabled() const;
+    void assertWriteEnabled();
+
+public:
+    // Null before the plugin is added to an element. The owner never takes itself back: once the element has
+    // gone this is not to be used.
+    ElementBase* owner() const { return m_owner; }
+    // Calls onDetached, always and with the old owner still in place, then onAttached.
+    void setOwner(ElementBase* newOwner);
+
+    // Read; write; read; write for AcDb::kForWrite, else read.
+    const AcadObjectProperties& getProperties() const;
+    AcadObjectProperties& setProperties();
+    const PropertyTree& properties() const;
+    PropertyTree& properties(AcDb::OpenMode mode);
+
+    // onSave and onLoad in their frame: version, data, magic. What onSave answers; for load whether all was
+    // there with the right end. A newer frame is reported and read all the same. An archive that ends early
+    // throws through it.
+    bool save(serialization::IOutArchive& archive) const;
+    bool load(serialization::IInArchive& archive, unsigned int elementVersion);
+    bool save(KeyValueStorage& storage) const;
+    bool load(const KeyValueStorage& storage);
+
+private:
+    friend class ElementBase;
+
+    ElementBase* m_owner = nullptr;
+    AcadObjectProperties m_properties;
+    PropertyTree m_tree;
+};
+
+} // namespace orv::elem

@@ -1,0 +1,2 @@
+set(SOURCES
+  unique_numbering.cpp)

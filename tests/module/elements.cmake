@@ -1,0 +1,2 @@
+set(TEST_SOURCES
+  dbx/elem/element_triggers_test.cpp)

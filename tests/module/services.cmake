@@ -1,0 +1,9 @@
+set(TEST_SOURCES
+  base/file_test.cpp
+  dbx/elem/moved_elements_test.cpp
+  dbx/named_selection_drawing_test.cpp
+  dbx/named_selection_test.cpp
+  dbx/tools_test.cpp
+  dbx/unique_numbering/unique_numbering_property_test.cpp
+  dbx/unique_numbering/unique_numbering_scan_test.cpp
+  dbx/unique_numbering/unique_numbering_test.cpp)
