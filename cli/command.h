@@ -1,8 +1,7 @@
 #pragma once
 
-// What the program and the command module know of each other. The module puts one CommandModule into the
-// host's system registry under `commandsEntry`; the program, which links no part of the module, finds it
-// there.
+// What the program and its command modules know of each other. A module puts one CommandSet into the host's
+// system registry under an entry of its own; the program, which links no part of the modules, finds it there.
 
 #include "rxobject.h"
 
@@ -17,7 +16,10 @@ class AcDbDatabase;
 
 namespace taldork::cli {
 
+/// Where the command module puts its CommandModule.
 inline constexpr const wchar_t* commandsEntry = L"TaldorkCommands";
+/// Where the command module of the example front end puts its CommandSet.
+inline constexpr const wchar_t* exampleCommandsEntry = L"TaldorkExampleCommands";
 
 /// The drawing's own record store, which a call means that names none.
 inline constexpr const char* defaultStore = "ASDWG";
@@ -46,7 +48,12 @@ inline constexpr CommandGroup commandGroups[] = {
     {"data", "General data of a store: named texts, flags and raw values"},
     {"systems", "Structural systems of a drawing: list, create, change, check"},
     {"convert", "Converts points between a drawing and the store of a system", true},
+    {"elements", "Elements of the model in a drawing: list, show, number, copy"},
+    {"select", "Named selections of a drawing: list, set, delete"},
 };
+/// The same for the one of the example front end.
+inline constexpr CommandGroup exampleCommand = {"example",
+                                                "Fills a drawing with the example's building frame", true};
 
 /// Adds a subcommand: `summary` is its line in the list of subcommands, `details` stands below the options in
 /// its own help, in lines of its own.
@@ -74,12 +81,16 @@ struct StoreSummary {
     std::vector<GroupSummary> groups;
 };
 
-/// What the command module offers to the program.
-class CommandModule : public AcRxObject {
+/// What every command module offers to the program.
+class CommandSet : public AcRxObject {
 public:
     /// The subcommands that need the module. They belong to it and live until the process ends.
     virtual std::vector<Command*> commands() = 0;
+};
 
+/// What the program's own command module offers besides.
+class CommandModule : public CommandSet {
+public:
     /// The stores of a drawing, by name.
     virtual std::vector<StoreSummary> stores(AcDbDatabase& database) = 0;
 

@@ -1,5 +1,8 @@
 #include "platform/text.h"
 
+#include <algorithm>
+#include <type_traits>
+
 namespace platform {
 
 namespace {
@@ -85,12 +88,25 @@ char32_t decodeUtf8(std::string_view text, std::size_t at, std::size_t& length) 
     return character;
 }
 
+// Takes over the plain characters that a text begins with, which most texts are made of altogether; where the
+// others begin.
+template <class To, class From>
+std::size_t copyAscii(To& to, const From& from) {
+    std::size_t length = 0;
+    while (length < from.size() &&
+           static_cast<std::make_unsigned_t<typename From::value_type>>(from[length]) < 0x80)
+        ++length;
+    to.resize(length);
+    std::copy_n(from.begin(), length, to.begin());
+    return length;
+}
+
 } // namespace
 
 std::wstring fromUtf8(std::string_view text) {
     std::wstring wide;
     wide.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = copyAscii(wide, text); at < text.size();) {
         std::size_t length = 0;
         char32_t character = decodeUtf8(text, at, length);
         if (length == 0) {
@@ -106,7 +122,7 @@ std::wstring fromUtf8(std::string_view text) {
 std::string toUtf8(std::wstring_view text) {
     std::string utf8;
     utf8.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = copyAscii(utf8, text); at < text.size();) {
         const char32_t character = nextCharacter(text, at);
         if (isEscapedByte(character))
             utf8 += static_cast<char>(character - kByteEscape);
@@ -119,7 +135,7 @@ std::string toUtf8(std::wstring_view text) {
 std::u16string toUtf16(std::wstring_view text) {
     std::u16string units;
     units.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = copyAscii(units, text); at < text.size();) {
         const char32_t character = nextCharacter(text, at);
         if (character > 0xFFFF) {
             units += static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
@@ -134,7 +150,7 @@ std::u16string toUtf16(std::wstring_view text) {
 std::wstring fromUtf16(std::u16string_view units) {
     std::wstring wide;
     wide.reserve(units.size());
-    for (std::size_t at = 0; at < units.size(); ++at) {
+    for (std::size_t at = copyAscii(wide, units); at < units.size(); ++at) {
         char32_t character = units[at];
         if (isHighSurrogate(character) && at + 1 < units.size() && isLowSurrogate(units[at + 1]))
             character = joined(character, units[++at]);

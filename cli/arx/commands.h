@@ -3,6 +3,8 @@
 #include "cli/command.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace taldork::cli {
 
@@ -21,6 +23,14 @@ std::unique_ptr<Command> makeSystemsCreate();
 std::unique_ptr<Command> makeSystemsSet();
 std::unique_ptr<Command> makeSystemsCheck();
 std::unique_ptr<Command> makeConvert();
+std::unique_ptr<Command> makeElementsList();
+std::unique_ptr<Command> makeElementsShow();
+std::unique_ptr<Command> makeElementsNumber();
+std::unique_ptr<Command> makeElementsCopy();
+std::unique_ptr<Command> makeElementsEdit();
+std::unique_ptr<Command> makeSelectList();
+std::unique_ptr<Command> makeSelectSet();
+std::unique_ptr<Command> makeSelectDel();
 
 /// Options that several subcommands share.
 void addDrawing(CLI::App& command, std::string& file, const std::string& name = "FILE",
@@ -29,5 +39,9 @@ void addStore(CLI::App& command, std::string& store);
 CLI::Option* addJson(CLI::App& command, bool& json);
 /// The argument NAME.
 void addSystem(CLI::App& command, std::string& name);
+void addSelection(CLI::App& command, std::string& name);
+/// The arguments HANDLE and HANDLE…
+void addHandle(CLI::App& command, std::string& handle);
+void addHandles(CLI::App& command, std::vector<std::string>& handles);
 
 } // namespace taldork::cli

@@ -55,6 +55,14 @@ public:
         m_commands.push_back(makeSystemsSet());
         m_commands.push_back(makeSystemsCheck());
         m_commands.push_back(makeConvert());
+        m_commands.push_back(makeElementsList());
+        m_commands.push_back(makeElementsShow());
+        m_commands.push_back(makeElementsNumber());
+        m_commands.push_back(makeElementsCopy());
+        m_commands.push_back(makeElementsEdit());
+        m_commands.push_back(makeSelectList());
+        m_commands.push_back(makeSelectSet());
+        m_commands.push_back(makeSelectDel());
     }
 
     std::vector<Command*> commands() override {

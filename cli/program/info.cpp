@@ -1,10 +1,9 @@
 #include "cli/common/drawing.h"
-#include "cli/common/failure.h"
+#include "cli/common/open_object.h"
 #include "cli/common/output.h"
 #include "cli/common/terminal.h"
 #include "cli/program/commands.h"
 
-#include "acestext.h"
 #include "dbdict.h"
 #include "dbproxy.h"
 #include "dbsymtb.h"
@@ -49,11 +48,6 @@ std::string kindName(const std::string& dxfName) {
     return dxfName;
 }
 
-/// Closes an object at the end of its use.
-struct Closer {
-    void operator()(AcDbObject* object) const { object->close(); }
-};
-
 bool isProxy(AcDbObjectId id) {
     const AcRxClass* kind = id.objectClass();
     return kind->isDerivedFrom(AcDbProxyObject::desc()) || kind->isDerivedFrom(AcDbProxyEntity::desc());
@@ -62,16 +56,13 @@ bool isProxy(AcDbObjectId id) {
 /// A part of the drawing that cannot be opened is a failure of the whole call: an answer without it would
 /// look whole.
 void require(Acad::ErrorStatus status, const Drawing& drawing, const std::string& what) {
-    if (status != Acad::eOk)
-        throw Failure(drawing.path(), what + " cannot be read: " + toUtf8(acadErrorStatusText(status)));
+    requireOpen(status, AcDb::kForRead, drawing.path(), what);
 }
 
 /// The names in a symbol table, as they are stored, in the table's order.
 template <class Table, class Iterator, class Record>
 std::vector<std::string> symbolNames(const Drawing& drawing, AcDbObjectId tableId, const std::string& what) {
-    Table* table = nullptr;
-    require(acdbOpenObject(table, tableId, AcDb::kForRead), drawing, what);
-    const std::unique_ptr<Table, Closer> open(table);
+    const auto table = openNeeded<Table>(tableId, AcDb::kForRead, drawing.path(), what);
     Iterator* made = nullptr;
     require(table->newIterator(made), drawing, what);
     const std::unique_ptr<Iterator> entry(made);
@@ -79,7 +70,7 @@ std::vector<std::string> symbolNames(const Drawing& drawing, AcDbObjectId tableI
     for (; !entry->done(); entry->step()) {
         Record* record = nullptr;
         require(entry->getRecord(record, AcDb::kForRead), drawing, "a record of " + what);
-        const std::unique_ptr<Record, Closer> openRecord(record);
+        const OpenObject<Record> openRecord(record);
         const ACHAR* name = nullptr;
         require(record->getName(name), drawing, "a name in " + what);
         names.push_back(toUtf8(name));
@@ -88,10 +79,9 @@ std::vector<std::string> symbolNames(const Drawing& drawing, AcDbObjectId tableI
 }
 
 std::vector<std::string> namedObjects(const Drawing& drawing) {
-    AcDbDictionary* dictionary = nullptr;
-    require(acdbOpenObject(dictionary, drawing.database().namedObjectsDictionaryId(), AcDb::kForRead),
-            drawing, "the named object dictionary");
-    const std::unique_ptr<AcDbDictionary, Closer> open(dictionary);
+    const auto dictionary =
+        openNeeded<AcDbDictionary>(drawing.database().namedObjectsDictionaryId(), AcDb::kForRead,
+                                   drawing.path(), "the named object dictionary");
     const std::unique_ptr<AcDbDictionaryIterator> entry(dictionary->newIterator());
     std::vector<std::string> names;
     for (; !entry->done(); entry->next())

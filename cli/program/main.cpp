@@ -30,6 +30,9 @@ public:
 
 private:
     void describe();
+    void describeGroup(const CommandGroup& group, bool isLoaded);
+    void addCommands(CommandSet* module);
+    std::string awayText(const CommandGroup& group) const;
     int parse(int argc, char** argv);
     int execute();
     void takeReport(const std::string& line);
@@ -42,6 +45,7 @@ private:
     bool m_verbose = false;
     std::size_t m_reports = 0;
     CommandModule* m_module = nullptr;
+    CommandSet* m_example = nullptr;
     std::vector<std::unique_ptr<Command>> m_own;
     std::vector<std::pair<CLI::App*, Command*>> m_commands;
 };
@@ -52,8 +56,10 @@ int Program::run(int argc, char** argv) {
         [](const std::wstring& text) { std::fputs(platform::toUtf8(text).c_str(), stderr); });
     embedded::startHost();
     m_module = loadCommandModule();
-    if (m_module != nullptr)
+    if (m_module != nullptr) {
         m_module->setReportSink([this](const std::string& line) { takeReport(line); });
+        m_example = loadExampleCommands();
+    }
     describe();
     int code = parse(argc, argv);
     if (code < 0)
@@ -84,20 +90,36 @@ void Program::describe() {
     for (const auto& command : m_own)
         m_commands.emplace_back(command->describe(m_app), command.get());
 
-    for (const CommandGroup& group : commandGroups) {
-        if (group.isCommand && m_module != nullptr)
-            continue; // describes itself
-        CLI::App* app = m_app.add_subcommand(group.name, group.description);
-        // Without the module the words behind a group are taken as they come, to be refused with the true
-        // reason.
-        if (m_module != nullptr)
-            app->require_subcommand(1);
-        else
-            app->fallthrough(false)->prefix_command();
+    for (const CommandGroup& group : commandGroups)
+        describeGroup(group, m_module != nullptr);
+    describeGroup(exampleCommand, m_example != nullptr);
+    addCommands(m_module);
+    addCommands(m_example);
+}
+
+void Program::describeGroup(const CommandGroup& group, bool isLoaded) {
+    if (group.isCommand && isLoaded)
+        return; // describes itself
+    CLI::App* app = m_app.add_subcommand(group.name, group.description);
+    // Without the module the words behind a group are taken as they come, to be refused with the true reason.
+    if (isLoaded) {
+        app->require_subcommand(1);
+        return;
     }
-    if (m_module != nullptr)
-        for (Command* command : m_module->commands())
-            m_commands.emplace_back(command->describe(m_app), command);
+    app->fallthrough(false)->prefix_command();
+    app->footer("Cannot be done now: it " + awayText(group));
+}
+
+void Program::addCommands(CommandSet* module) {
+    if (module == nullptr)
+        return;
+    for (Command* command : module->commands())
+        m_commands.emplace_back(command->describe(m_app), command);
+}
+
+/// Why the subcommands of a group cannot be used, when its module is away.
+std::string Program::awayText(const CommandGroup& group) const {
+    return &group != &exampleCommand || m_module == nullptr ? moduleAwayText() : exampleAwayText();
 }
 
 /// The exit code, or -1 when there is a subcommand to execute.
@@ -120,7 +142,9 @@ int Program::execute() {
         }
         for (const CommandGroup& group : commandGroups)
             if (m_app.got_subcommand(group.name))
-                throw Failure(group.name, moduleAwayText());
+                throw Failure(group.name, awayText(group));
+        if (m_app.got_subcommand(exampleCommand.name))
+            throw Failure(exampleCommand.name, awayText(exampleCommand));
     } catch (const Failure& failure) {
         printError(failure.subject() + ": " + failure.what());
     } catch (const std::exception& error) {

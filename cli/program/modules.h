@@ -13,4 +13,8 @@ CommandModule* loadCommandModule();
 /// Why something cannot be done that needs the module, when loadCommandModule gave null.
 std::string moduleAwayText();
 
+/// The same for the command module of the example front end, which needs the module.
+CommandSet* loadExampleCommands();
+std::string exampleAwayText();
+
 } // namespace taldork::cli

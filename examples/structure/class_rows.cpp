@@ -18,12 +18,11 @@ constexpr int kProxyFlags = kAllAllowedBits & ~kTransformAllowed;
 
 const wchar_t* const kApplicationName = L"TaldorkStructure";
 
-const orv::ClassRow kNodeRow = {L"STR_Node",  L"AcDbEntity", kDrawingVersion, kMaintenanceRelease, kProxyFlags,
-                                L"STR_NODE", kApplicationName};
-const orv::ClassRow kBeamRow = {L"STR_Beam",         L"ORV_SegmentedCurve", kDrawingVersion,
-                                kMaintenanceRelease, kProxyFlags,           L"STR_BEAM",
-                                kApplicationName};
-const orv::ClassRow kSlabRow = {L"STR_Slab",  L"AcDbEntity", kDrawingVersion, kMaintenanceRelease, kProxyFlags,
-                                L"STR_SLAB", kApplicationName};
+const orv::ClassRow kNodeRow = {L"STR_Node", L"AcDbEntity", kDrawingVersion, kMaintenanceRelease,
+                                kProxyFlags, L"STR_NODE",   kApplicationName};
+const orv::ClassRow kBeamRow = {L"STR_Beam", L"ORV_SegmentedCurve", kDrawingVersion, kMaintenanceRelease,
+                                kProxyFlags, L"STR_BEAM",           kApplicationName};
+const orv::ClassRow kSlabRow = {L"STR_Slab", L"AcDbEntity", kDrawingVersion, kMaintenanceRelease,
+                                kProxyFlags, L"STR_SLAB",   kApplicationName};
 
 } // namespace structure

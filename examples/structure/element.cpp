@@ -1,7 +1,6 @@
 #include "structure/element.h"
 
 #include "dbx/doc/use_system.h"
-#include "dbx/elem/plugin_general.h"
 #include "orvshape/element_contexts.h"
 #include "structure/soft_connections.h"
 
@@ -14,6 +13,16 @@ namespace structure {
 namespace {
 
 const std::set<AcDbObjectId>* s_copies = nullptr;
+
+template <class Test>
+void removeWhere(Element::Connections& connections, Test isToGo) {
+    std::vector<AcDbObjectId> gone;
+    for (const AcDbObjectId& id : connections)
+        if (isToGo(id))
+            gone.push_back(id);
+    for (const AcDbObjectId& id : gone)
+        connections.remove(id);
+}
 
 } // namespace
 
@@ -36,7 +45,7 @@ Element::Connections* Element::connections() {
     return const_cast<Connections*>(static_cast<const Element&>(*this).connections());
 }
 
-void Element::addUsualPlugins(Connections::Ownership ownership, unsigned int behaviour) {
+void Element::addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour) {
     const auto general = boost::make_shared<General>();
     addPlugin(general);
     general->createBIMID();
@@ -53,15 +62,15 @@ void Element::onPostClone() {
     ElementBase::onPostClone();
     if (General* const mine = general())
         mine->createBIMID();
-    Connections* const others = connections();
-    if (others == nullptr)
-        return;
-    std::vector<AcDbObjectId> left;
-    for (const AcDbObjectId& id : *others)
-        if (!CopiedTogether::has(id))
-            left.push_back(id);
-    for (const AcDbObjectId& id : left)
-        others->remove(id);
+    if (Connections* const others = connections())
+        removeWhere(*others, [](const AcDbObjectId& id) { return !CopiedTogether::has(id); });
+}
+
+void Element::dropLostConnections() {
+    const AcDbDatabase* const drawing = m_entity.database();
+    if (Connections* const others = connections())
+        removeWhere(*others,
+                    [drawing](const AcDbObjectId& id) { return id.isErased() || id.database() != drawing; });
 }
 
 void Element::appendElementInfo(orv::ElementInfoContext& info) const {

@@ -5,6 +5,8 @@
 #include "structure/export.h"
 
 #include "dbmain.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
 
 #include <set>
 #include <string>
@@ -35,6 +37,10 @@ public:
     Connections* connections();
     const Connections* connections() const;
 
+    // Where a text about the element stands, and how it runs. Needs read.
+    virtual AcGePoint3d labelPoint() const = 0;
+    virtual AcGeVector3d labelDirection() const { return AcGeVector3d::kXAxis; }
+
     // Binds the element to the store of a system. Needs write. The drawing must have that store.
     void bindTo(const AcDbObjectId& store, const std::wstring& name) { setNodDatabaseId(store, name); }
 
@@ -51,10 +57,13 @@ protected:
 
     // The plugins that every fresh element has. The host makes elements without any: they come with the
     // stream.
-    void addUsualPlugins(Connections::Ownership ownership, unsigned int behaviour);
+    void addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour);
 
     // A copy is another thing of the real building, and knows only what was copied with it.
     void onPostClone() override;
+
+    // Forgets connections to what is erased or of another drawing. Needs write.
+    void dropLostConnections();
 
     void noteMoved() { m_moved = true; }
     void noteCopied() { m_copied = true; }

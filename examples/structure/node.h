@@ -22,6 +22,7 @@ public:
     explicit Node(const AcGePoint3d& position);
 
     const wchar_t* kind() const override { return L"node"; }
+    AcGePoint3d labelPoint() const override { return position(); }
 
     // Needs read.
     AcGePoint3d position() const;

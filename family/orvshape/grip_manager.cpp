@@ -4,7 +4,6 @@
 #include "dbmain.h"
 
 #include <set>
-#include <vector>
 
 namespace orv {
 
@@ -46,19 +45,34 @@ void GripManager::forget(const AcDbObject* entity, const AcDbGripDataPtrArray* k
     if (kept != nullptr)
         for (const AcDbGripData* grip : *kept)
             stay.insert(grip != nullptr ? grip->appData() : nullptr);
-    auto range = m_ofEntity.equal_range(entity);
+    // What handlers hold may end other entities, which leads back here: so they end when the walk is done.
+    std::vector<std::unique_ptr<AppData>> ended;
+    const auto range = m_ofEntity.equal_range(entity);
     for (auto at = range.first; at != range.second;) {
         if (stay.count(at->second) != 0) {
             ++at;
             continue;
         }
-        m_appData.erase(at->second);
+        const auto found = m_appData.find(at->second);
+        ended.push_back(std::move(found->second));
+        m_appData.erase(found);
         at = m_ofEntity.erase(at);
     }
 }
 
+// An address that no grip had before and that nobody else has: the host may hand a grip back long after its
+// data have ended, and it must not be taken for a later one. So each grip takes one byte for good.
+void* GripManager::freshKey() {
+    constexpr std::size_t kBytes = 4096;
+    if (m_keysLeft == 0) {
+        m_keys.push_back(std::make_unique<char[]>(kBytes));
+        m_keysLeft = kBytes;
+    }
+    return &m_keys.back()[--m_keysLeft];
+}
+
 void* GripManager::keep(std::unique_ptr<AppData> appData) {
-    void* const key = appData.get();
+    void* const key = freshKey();
     m_ofEntity.emplace(appData->entity, key);
     m_appData[key] = std::move(appData);
     return key;

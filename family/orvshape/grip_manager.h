@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 class AcDbDatabase;
 class AcDbEntity;
@@ -23,6 +24,9 @@ namespace orv {
 // What is kept for an entity's grips ends when its grips are made anew, and with the entity.
 class ORVSHAPE_API GripManager {
 public:
+    GripManager(const GripManager&) = delete;
+    GripManager& operator=(const GripManager&) = delete;
+
     // Moves what the grip stands for. `entity` is the one that is moved, open for write by its caller: the
     // one whose grip it is, or a copy of it that is dragged about.
     using MoveHandler = boost::function<void(AcDbEntity& entity, const AcGeVector3d& offset)>;
@@ -75,13 +79,16 @@ private:
 
     const AppData* find(const void* appData) const;
     void forget(const AcDbObject* entity, const AcDbGripDataPtrArray* kept);
+    void* freshKey();
     void* keep(std::unique_ptr<AppData> appData);
 
     static const ACHAR* toolTipOf(AcDbGripData* grip);
     static void drawIcon(AcDbGripData* grip, AcGiViewportDraw* draw, const AcDbObjectId& entity,
                          AcDbGripOperations::DrawType type, AcGePoint3d* imagePoint, int size);
 
-    std::map<const void*, std::unique_ptr<AppData>> m_appData;
+    std::vector<std::unique_ptr<char[]>> m_keys;
+    std::size_t m_keysLeft = 0;
+    std::map<const void*, std::unique_ptr<AppData>> m_appData; // by what the host gets as a grip's data
     std::multimap<const AcDbObject*, const void*> m_ofEntity;
     std::unique_ptr<EntityListener> m_listener;
 };

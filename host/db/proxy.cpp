@@ -57,6 +57,40 @@ Acad::ErrorStatus AcDbProxyEntity::dwgOutFields(AcDbDwgFiler* filer) const {
     return AcDbEntity::dwgOutFields(filer);
 }
 
+Acad::ErrorStatus AcDbProxyEntity::setLayer(AcDbObjectId layer, Adesk::Boolean doSubents) {
+    return allows(kLayerChangeAllowed) ? AcDbEntity::setLayer(layer, doSubents)
+                                       : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::setLinetype(AcDbObjectId linetype, Adesk::Boolean doSubents) {
+    return allows(kLinetypeChangeAllowed) ? AcDbEntity::setLinetype(linetype, doSubents)
+                                          : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::setColorIndex(Adesk::UInt16 colour, Adesk::Boolean doSubents) {
+    return allows(kColorChangeAllowed) ? AcDbEntity::setColorIndex(colour, doSubents)
+                                       : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::setLinetypeScale(double scale, Adesk::Boolean doSubents) {
+    return allows(kLinetypeScaleChangeAllowed) ? AcDbEntity::setLinetypeScale(scale, doSubents)
+                                               : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::setVisibility(AcDb::Visibility visibility, Adesk::Boolean doSubents) {
+    return allows(kVisibilityChangeAllowed) ? AcDbEntity::setVisibility(visibility, doSubents)
+                                            : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::setLineWeight(AcDb::LineWeight weight, Adesk::Boolean doSubents) {
+    return allows(kLineWeightChangeAllowed) ? AcDbEntity::setLineWeight(weight, doSubents)
+                                            : Acad::eNotAllowedForThisProxy;
+}
+
+Acad::ErrorStatus AcDbProxyEntity::subTransformBy(const AcGeMatrix3d& xform) {
+    return allows(kTransformAllowed) ? AcDbEntity::subTransformBy(xform) : Acad::eNotAllowedForThisProxy;
+}
+
 Acad::ErrorStatus AcDbProxyEntity::subErase(Adesk::Boolean erasing) {
     Acad::ErrorStatus es = mayErase(proxyFlags(), erasing);
     return es == Acad::eOk ? AcDbEntity::subErase(erasing) : es;

@@ -11,6 +11,7 @@ set(HOST_DB_SOURCES
   name_table.cpp
   object.cpp
   object_access.cpp
+  object_exchange.cpp
   object_id.cpp
   open_close.cpp
   proxy.cpp

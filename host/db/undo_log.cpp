@@ -88,6 +88,33 @@ void UndoLog::recordState(AcDbObject& object) {
     }
 }
 
+void UndoLog::recordExchange(AcDbStub& first, AcDbStub& second, ExchangeKeeps keeps) {
+    if (!m_recording || m_discard)
+        return;
+    Side& side = sink();
+    side.records.push_back({&first, side.bytes.size(), Kind::Exchange});
+    MemoryFiler filer(AcDb::kUndoFiler, side.bytes);
+    filer.writeAddress(&second);
+    filer.writeBool(keeps.extendedData);
+    filer.writeBool(keeps.extensionDictionary);
+}
+
+void UndoLog::applyExchange(AcDbStub& first, const std::uint8_t* bytes, std::size_t length) {
+    MemoryFiler filer(AcDb::kUndoFiler, bytes, length);
+    void* address = nullptr;
+    ExchangeKeeps keeps;
+    filer.readAddress(&address);
+    filer.readBool(&keeps.extendedData);
+    filer.readBool(&keeps.extensionDictionary);
+    auto& second = *static_cast<AcDbStub*>(address);
+    recordExchange(first, second, keeps);
+    exchangeObjects(first, second, keeps);
+    notices::undone(*first.object);
+    second.set(kUndoing);
+    notices::undone(*second.object);
+    second.clear(kUndoing);
+}
+
 AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
     if (!m_recording || m_discard)
         return nullptr;
@@ -153,6 +180,8 @@ void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t
     try {
         if (record.kind == Kind::ErasedBit)
             applyErasedBit(stub, (record.offset & ~kMade) != 0, (record.offset & kMade) != 0);
+        else if (record.kind == Kind::Exchange)
+            applyExchange(stub, bytes, length);
         else
             applyFields(record, bytes, length);
     } catch (const std::exception& failure) {

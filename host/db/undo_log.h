@@ -1,6 +1,7 @@
 #pragma once
 
 #include "acadstrc.h"
+#include "db/object_exchange.h"
 #include "db/stub.h"
 
 #include <cstdint>
@@ -16,11 +17,11 @@ class MemoryFiler;
 
 // The history of one database: what each change replaced, in steps that are undone and redone whole.
 //
-// Three kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's
-// whole state before its first write in a scope, and a partial record that its class writes and applies
-// itself. Applying a record writes the inverse one to the other side, so undo and redo are the same walk. An
-// object that an undo or redo erases or brings back is asked to (subErase), as it is by whoever erases it;
-// what it owns has records of its own. A transaction that is taken back asks nobody.
+// Four kinds of record: the erased bit of an object (a fresh object counts as erased before), an object's
+// whole state before its first write in a scope, a partial record that its class writes and applies itself,
+// and an exchange of two objects. Applying a record writes the inverse one to the other side, so undo and
+// redo are the same walk. An object that an undo or redo erases or brings back is asked to (subErase), as it
+// is by whoever erases it; what it owns has records of its own. A transaction that is taken back asks nobody.
 class UndoLog {
 public:
     UndoLog();
@@ -41,6 +42,7 @@ public:
     // `made`: the object comes into being, rather than back.
     void recordErasedBit(AcDbStub& stub, bool erasedBefore, bool made = false);
     void recordState(AcDbObject& object);
+    void recordExchange(AcDbStub& first, AcDbStub& second, ExchangeKeeps keeps);
     // The stream of a new partial record; null while nothing is recorded.
     AcDbDwgFiler* beginPartial(AcDbObject& object);
 
@@ -59,7 +61,7 @@ public:
     void forget();
 
 private:
-    enum class Kind : std::uint32_t { ErasedBit, State, Partial };
+    enum class Kind : std::uint32_t { ErasedBit, State, Partial, Exchange };
     static constexpr std::size_t kMade = 2;
 
     struct Record {
@@ -79,6 +81,7 @@ private:
 
     Side& sink();
     void applyDownTo(Side& side, std::size_t mark);
+    void applyExchange(AcDbStub& first, const std::uint8_t* bytes, std::size_t length);
     void apply(const Record& record, const std::uint8_t* bytes, std::size_t length);
     void applyErasedBit(AcDbStub& stub, bool erased, bool made);
     void applyFields(const Record& record, const std::uint8_t* bytes, std::size_t length);

@@ -31,7 +31,7 @@ void BitReader::seek(std::size_t position) {
 
 void BitReader::alignToByte() { seek(std::min(m_end, (m_position + 7) / 8 * 8)); }
 
-std::uint32_t BitReader::take(unsigned count) {
+std::uint32_t BitReader::takeAtEnd(unsigned count) {
     if (!has(count) || count == 0)
         return 0;
     const std::uint8_t* at = m_bytes.data + m_position / 8;
@@ -57,7 +57,14 @@ bool BitReader::rawBytes(std::uint8_t* target, std::size_t length) {
     if (shift == 0) {
         std::memcpy(target, at, length);
     } else {
-        for (std::size_t i = 0; i < length; ++i)
+        std::size_t i = 0;
+        // Seven bytes of each eight that lie there whole.
+        for (; m_bytes.size - m_position / 8 - i >= 8 && length - i >= 7; i += 7) {
+            const std::uint64_t window = eightBytes(at + i) << shift;
+            for (unsigned k = 0; k < 7; ++k)
+                target[i + k] = static_cast<std::uint8_t>(window >> (56 - 8 * k));
+        }
+        for (; i < length; ++i)
             target[i] = static_cast<std::uint8_t>(at[i] << shift | at[i + 1] >> (8 - shift));
     }
     m_position += length * 8;
@@ -166,8 +173,10 @@ HandleReference BitReader::handle() {
         fail();
     if (m_failed || !has(std::size_t{8} * reference.width))
         return {};
-    for (unsigned i = 0; i < reference.width; ++i)
-        reference.value = reference.value << 8 | rawChar();
+    const unsigned low = reference.width < 4 ? reference.width : 4;
+    const unsigned high = reference.width - low;
+    reference.value = high != 0 ? std::uint64_t{take(8 * high)} << (8 * low) : 0;
+    reference.value |= low != 0 ? take(8 * low) : 0;
     return reference;
 }
 

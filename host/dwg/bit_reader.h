@@ -59,10 +59,25 @@ public:
     // `length` bytes from the present bit on. Nothing is written to `target` by a read that fails.
     bool rawBytes(std::uint8_t* target, std::size_t length);
     // Up to 32 bits, first bit highest.
-    std::uint32_t take(unsigned count);
+    std::uint32_t take(unsigned count) {
+        const std::size_t byte = m_position / 8;
+        if (m_failed || count == 0 || count > m_end - m_position || m_bytes.size - byte < 8)
+            return takeAtEnd(count);
+        const std::uint64_t window = eightBytes(m_bytes.data + byte) << m_position % 8;
+        m_position += count;
+        return static_cast<std::uint32_t>(window >> (64 - count));
+    }
 
 private:
     bool has(std::size_t count);
+    // Where no eight bytes are left to be looked at in one go.
+    std::uint32_t takeAtEnd(unsigned count);
+    // The first byte highest.
+    static std::uint64_t eightBytes(const std::uint8_t* at) {
+        return std::uint64_t{at[0]} << 56 | std::uint64_t{at[1]} << 48 | std::uint64_t{at[2]} << 40 |
+               std::uint64_t{at[3]} << 32 | std::uint64_t{at[4]} << 24 | std::uint64_t{at[5]} << 16 |
+               std::uint64_t{at[6]} << 8 | std::uint64_t{at[7]};
+    }
 
     ByteSpan m_bytes;
     std::size_t m_position;

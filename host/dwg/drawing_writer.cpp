@@ -22,7 +22,8 @@ bool sameObject(ByteSpan filed, const ObjectParts& parts, const Bytes& made) {
     if (filed.size != made.size() || made.empty())
         return false;
     const std::size_t whole = made.size() - 1;
-    const std::uint8_t filling = static_cast<std::uint8_t>(0xFF >> (8 - (filed.size * 8 - parts.handlesEnd)));
+    const std::uint8_t filling =
+        static_cast<std::uint8_t>(0xFF >> (8 - (filed.size * 8 - endOfHandles(filed, parts))));
     return std::equal(made.begin(), made.begin() + static_cast<std::ptrdiff_t>(whole), filed.begin()) &&
            ((filed[whole] ^ made[whole]) & ~filling) == 0;
 }

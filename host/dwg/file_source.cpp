@@ -25,8 +25,9 @@ std::unique_ptr<ObjectBody> bodyOf(const ObjectKind& kind, ByteSpan body, const 
     kept->fileType = kind.type;
     kept->data = bitsOf(body, parts.dataBegin, parts.dataEnd);
     kept->dataBits = static_cast<std::uint32_t>(parts.dataEnd - parts.dataBegin);
-    kept->handles = bitsOf(body, parts.handlesBegin, parts.handlesEnd);
-    kept->handleBits = static_cast<std::uint32_t>(parts.handlesEnd - parts.handlesBegin);
+    const std::size_t handlesEnd = endOfHandles(body, parts);
+    kept->handles = bitsOf(body, parts.handlesBegin, handlesEnd);
+    kept->handleBits = static_cast<std::uint32_t>(handlesEnd - parts.handlesBegin);
     kept->proxyFlags = kind.proxyFlags;
     kept->className = kind.className;
     kept->dxfName = kind.dxfName;
@@ -152,11 +153,11 @@ void FileSource::applyEnvelope(const AcDbStub& stub, const ObjectEnvelope& envel
         applyEntity(stub, envelope.entity, static_cast<AcDbEntity&>(object));
 }
 
-Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts,
+Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const AcRxClass& maker, const ObjectParts& parts,
                                        std::unique_ptr<AcDbObject>& object) {
-    std::unique_ptr<AcRxObject> made(kind.maker->create());
+    std::unique_ptr<AcRxObject> made(maker.create());
     AcDbObject* fresh = AcDbObject::cast(made.get());
-    if (fresh == nullptr || (AcDbEntity::cast(fresh) != nullptr) != kind.isEntity)
+    if (fresh == nullptr || (AcDbEntity::cast(fresh) != nullptr) != parts.envelope.isEntity)
         return Acad::eMakeMeProxy;
     object.reset(fresh);
     static_cast<void>(made.release()); // the same object
@@ -183,10 +184,9 @@ Acad::ErrorStatus FileSource::readLive(AcDbStub& stub, const ObjectKind& kind, c
 }
 
 std::unique_ptr<AcDbObject> FileSource::makeStandIn(AcDbStub& stub, const ObjectKind& kind,
-                                                    const ObjectParts& parts) {
+                                                    const ObjectParts& parts, bool declined) {
     std::unique_ptr<AcDbObject> object;
-    // What a reader has declined is a proxy, whatever else the host would show for the kind.
-    const bool proxy = kind.standInIsProxy || kind.maker != nullptr;
+    const bool proxy = kind.standInIsProxy || declined;
     if (kind.isEntity && proxy)
         object = std::make_unique<AcDbProxyEntity>();
     else if (kind.isEntity)
@@ -204,24 +204,25 @@ std::unique_ptr<AcDbObject> FileSource::makeStandIn(AcDbStub& stub, const Object
 }
 
 Acad::ErrorStatus FileSource::load(AcDbStub& stub, std::unique_ptr<AcDbObject>& object) {
-    const ObjectKind* known = kindOf(stub);
-    if (known == nullptr)
+    const ObjectKind* kind = kindOf(stub);
+    if (kind == nullptr)
         return refuse(stub, Acad::eDwgObjectImproperlyRead, "the drawing has no class for its type");
-    // Reading may register classes, and with them change the kind.
-    const ObjectKind kind = *known;
     ObjectParts parts;
-    Acad::ErrorStatus es = takeApart(stub, kind, parts);
+    Acad::ErrorStatus es = takeApart(stub, *kind, parts);
     if (es != Acad::eOk)
         return es;
-    if (kind.maker != nullptr) {
-        es = readLive(stub, kind, parts, object);
+    // What a reader has declined is a proxy, whatever else the host would show for the kind.
+    const bool declined = kind->maker != nullptr;
+    if (declined) {
+        es = readLive(stub, *kind->maker, parts, object);
         if (es == Acad::eOk)
             return es;
         if (es != Acad::eMakeMeProxy)
             return refuse(stub, es, "its fields cannot be read");
         m_declined[&stub] = rx::classGeneration();
+        kind = kindOf(stub); // reading may register classes, and with them change the kind
     }
-    object = makeStandIn(stub, kind, parts);
+    object = makeStandIn(stub, *kind, parts, declined);
     return Acad::eOk;
 }
 

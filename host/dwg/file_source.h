@@ -28,9 +28,11 @@ private:
     const ObjectSlot& slotOf(const AcDbStub& stub) const { return m_frame.parts.objects[stub.fileIndex]; }
     const ObjectKind* kindOf(const AcDbStub& stub);
     Acad::ErrorStatus takeApart(const AcDbStub& stub, const ObjectKind& kind, ObjectParts& parts);
-    Acad::ErrorStatus readLive(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts,
+    Acad::ErrorStatus readLive(AcDbStub& stub, const AcRxClass& maker, const ObjectParts& parts,
                                std::unique_ptr<AcDbObject>& object);
-    std::unique_ptr<AcDbObject> makeStandIn(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts);
+    // `declined`: its own reader asked for a proxy.
+    std::unique_ptr<AcDbObject> makeStandIn(AcDbStub& stub, const ObjectKind& kind, const ObjectParts& parts,
+                                            bool declined);
     AcDbObjectId ownerIn(const ObjectEnvelope& envelope, const AcDbStub& stub);
     void applyEnvelope(const AcDbStub& stub, const ObjectEnvelope& envelope, AcDbObject& object);
     void applyEntity(const AcDbStub& stub, const EntityPart& part, AcDbEntity& entity);

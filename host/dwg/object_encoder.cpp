@@ -163,7 +163,7 @@ Bytes ObjectEncoder::relink(const ObjectSlot& slot, const ObjectParts& parts,
     ObjectEnvelope envelope = parts.envelope;
     setLinks(links, envelope);
     return writeObject(envelope, slot.body, parts.dataBegin, parts.dataEnd, slot.body, parts.handlesBegin,
-                       parts.handlesEnd);
+                       endOfHandles(slot.body, parts));
 }
 
 } // namespace embedded::dwg

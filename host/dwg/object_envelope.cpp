@@ -59,9 +59,10 @@ void readHandles(BitReader& in, std::uint32_t reactorCount, ObjectEnvelope& enve
         entity.plotStyle = in.handle();
 }
 
-// The end of the last handle that is there whole.
-std::size_t endOfHandles(ByteSpan body, std::size_t begin) {
-    BitReader in(body, begin, body.size * 8);
+} // namespace
+
+std::size_t endOfHandles(ByteSpan body, const ObjectParts& parts) {
+    BitReader in(body, parts.handlesBegin, body.size * 8);
     while (in.left() >= 8) {
         in.handle();
         if (!in.ok())
@@ -69,8 +70,6 @@ std::size_t endOfHandles(ByteSpan body, std::size_t begin) {
     }
     return in.position();
 }
-
-} // namespace
 
 namespace {
 
@@ -140,7 +139,6 @@ bool readEnvelope(ByteSpan body, bool isEntity, ObjectParts& parts, std::string&
         return false;
     }
     parts.handlesBegin = handles.position();
-    parts.handlesEnd = endOfHandles(body, handles.position());
     return true;
 }
 

@@ -72,9 +72,11 @@ struct ObjectParts {
     std::size_t dataBegin = 0;
     std::size_t dataEnd = 0;
     std::size_t handlesBegin = 0;
-    // Behind the last whole handle; up to seven bits of filling follow.
-    std::size_t handlesEnd = 0;
 };
+
+// The place behind the last whole handle of a body; up to seven bits of filling follow. Found by a walk over
+// the handles, which only those need who keep or write a body, not those who read it.
+std::size_t endOfHandles(ByteSpan body, const ObjectParts& parts);
 
 // The neighbours that an entity's envelope tells.
 EntityLinks linksOf(const ObjectEnvelope& envelope);

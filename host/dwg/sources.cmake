@@ -9,6 +9,7 @@ set(HOST_DWG_SOURCES
   crc16.cpp
   database_files.cpp
   drawing_reader.cpp
+  drawing_settings.cpp
   drawing_writer.cpp
   dwg_in_filer.cpp
   dwg_out_filer.cpp
@@ -18,6 +19,7 @@ set(HOST_DWG_SOURCES
   header_fields.cpp
   header_variables.cpp
   inventory.cpp
+  kept_data.cpp
   new_drawing.cpp
   object_encoder.cpp
   object_envelope.cpp

@@ -119,6 +119,15 @@ void activateDocument(AcDbDatabase& database) {
 
 void beginCommand(AcDbDatabase& database) { database.startUndoRecord(); }
 
+bool runCommand(AcDbDatabase& database, const std::wstring& name, const std::function<bool()>& work) {
+    EditorCommand command(name.c_str());
+    beginCommand(database);
+    const bool done = work();
+    if (done)
+        command.succeeded();
+    return done;
+}
+
 bool undo(AcDbDatabase& database) {
     EditorCommand command(L"U");
     const bool done = database.core().undo().undo();

@@ -22,6 +22,12 @@ AcString& AcString::assign(const ACHAR* text) {
 std::string AcString::utf8() const { return platform::toUtf8(m_text); }
 
 const char* AcString::kszPtr() const {
+    if (isAscii()) {
+        // Asked for again and again, it is made once.
+        if (!std::equal(m_text.begin(), m_text.end(), m_narrow.begin(), m_narrow.end()))
+            m_narrow.assign(m_text.begin(), m_text.end());
+        return m_narrow.c_str();
+    }
     const std::u16string units = platform::toUtf16(m_text);
     for (std::size_t i = 0; i < units.size(); ++i) {
         const char16_t unit = units[i];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/export.h"
+#include "dbx/id_list.h"
 #include "dbx/in_archive.h"
 
 #include "dbid.h"
@@ -20,10 +21,10 @@ public:
     std::uint64_t offset() const override { return static_cast<std::uint64_t>(m_current - m_begin); }
 
     // In the order of reading; what has been read is gone from them.
-    std::deque<AcDbObjectId>& softPointers() { return softPointers_; }
-    const std::deque<AcDbObjectId>& softPointers() const { return softPointers_; }
-    std::deque<AcDbObjectId>& hardPointers() { return hardPointers_; }
-    const std::deque<AcDbObjectId>& hardPointers() const { return hardPointers_; }
+    std::deque<AcDbObjectId>& softPointers() { return softPointers_.all(); }
+    const std::deque<AcDbObjectId>& softPointers() const { return softPointers_.all(); }
+    std::deque<AcDbObjectId>& hardPointers() { return hardPointers_.all(); }
+    const std::deque<AcDbObjectId>& hardPointers() const { return hardPointers_.all(); }
 
     IInArchive& hardPointer(AcDbObjectId& id) override;
     IInArchive& softPointer(AcDbObjectId& id) override;
@@ -71,8 +72,8 @@ private:
     const unsigned char* m_begin;
     std::uint64_t size_;
     const unsigned char* m_current;
-    std::deque<AcDbObjectId> softPointers_;
-    std::deque<AcDbObjectId> hardPointers_;
+    detail::IdList softPointers_;
+    detail::IdList hardPointers_;
 };
 
 } // namespace orv::serialization

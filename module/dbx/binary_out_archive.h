@@ -3,6 +3,7 @@
 #include "base/blob.h"
 #include "base/export.h"
 #include "dbx/growing_bytes.h"
+#include "dbx/id_list.h"
 #include "dbx/out_archive.h"
 
 #include "dbid.h"
@@ -29,8 +30,8 @@ public:
     std::uint64_t offset() const override { return m_offset; }
 
     // In the order of writing.
-    const std::deque<AcDbObjectId>& softPointers() const { return softPointers_; }
-    const std::deque<AcDbObjectId>& hardPointers() const { return hardPointers_; }
+    const std::deque<AcDbObjectId>& softPointers() const { return softPointers_.all(); }
+    const std::deque<AcDbObjectId>& hardPointers() const { return hardPointers_.all(); }
 
     IOutArchive& hardPointer(const AcDbObjectId& id) override;
     IOutArchive& softPointer(const AcDbObjectId& id) override;
@@ -78,8 +79,8 @@ private:
 
     mutable Blob m_buffer;
     std::uint64_t m_offset = 0;
-    std::deque<AcDbObjectId> softPointers_;
-    std::deque<AcDbObjectId> hardPointers_;
+    detail::IdList softPointers_;
+    detail::IdList hardPointers_;
     std::uint64_t m_capacity = 0; // what the buffer shows as its size
     detail::GrowingBytes m_bytes; // no shorter than that
 };

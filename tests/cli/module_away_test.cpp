@@ -71,7 +71,7 @@ TEST_F(ModuleAwayTest, WithTheModuleBackTheyAreRecordsAgain) {
 TEST_F(ModuleAwayTest, NewAndItsHelpWork) {
     done({"new", file("a.dwg")});
     EXPECT_EQ(json({"info", file("a.dwg")})["version"], "AC1015");
-    for (const char* word : {"records", "systems", "convert"})
+    for (const char* word : {"records", "systems", "convert", "elements", "select", "example"})
         EXPECT_NE(done({"--help"}).find(word), std::string::npos) << word;
     EXPECT_EQ(taldork({"melt"}).code, 2);
 }
@@ -85,6 +85,9 @@ TEST_F(ModuleAwayTest, WhatNeedsTheModuleFailsInOneLine) {
     expectFailure(taldork({"systems", "list", drawing}), "systems");
     expectFailure(taldork({"systems", "set", drawing, "ASDWG", "nodes=1"}), "systems");
     expectFailure(taldork({"convert", drawing, "ASDWG", "--to-store", "-1,2,3"}), "convert");
+    expectFailure(taldork({"elements", "list", drawing}), "elements");
+    expectFailure(taldork({"select", "set", drawing, "a", "2A"}), "select");
+    expectFailure(taldork({"example", drawing}), "example");
     expectFailure(taldork({"new", file("b.dwg"), "--store", "A"}), "--store");
     EXPECT_FALSE(fs::exists(file("b.dwg")));
     EXPECT_TRUE(readWholeFile(drawing) == before);

@@ -24,13 +24,23 @@ const std::vector<std::vector<std::string>> subcommands = {{"new"},
                                                            {"systems", "create"},
                                                            {"systems", "set"},
                                                            {"systems", "check"},
-                                                           {"convert"}};
+                                                           {"convert"},
+                                                           {"elements", "list"},
+                                                           {"elements", "show"},
+                                                           {"elements", "number"},
+                                                           {"elements", "copy"},
+                                                           {"elements", "edit"},
+                                                           {"select", "list"},
+                                                           {"select", "set"},
+                                                           {"select", "del"},
+                                                           {"example"}};
 
 } // namespace
 
 TEST_F(UsageTest, HelpNamesEverySubcommandOfTheFirstLevel) {
     const std::string help = done({"--help"});
-    for (const char* word : {"new", "save", "info", "store", "records", "data", "systems", "convert"})
+    for (const char* word : {"new", "save", "info", "store", "records", "data", "systems", "convert",
+                             "elements", "select", "example"})
         EXPECT_NE(help.find(std::string("\n  ") + word + " "), std::string::npos) << word << "\n" << help;
 }
 
@@ -56,7 +66,7 @@ TEST_F(UsageTest, EverySubcommandWithoutArgumentsIsWrongUsage) {
 TEST_F(UsageTest, NoSubcommandIsWrongUsage) { EXPECT_EQ(taldork({}).code, 2); }
 
 TEST_F(UsageTest, AGroupWithoutItsSecondWordIsWrongUsage) {
-    for (const char* group : {"store", "records", "data", "systems"})
+    for (const char* group : {"store", "records", "data", "systems", "elements", "select"})
         EXPECT_EQ(taldork({group}).code, 2) << group;
 }
 

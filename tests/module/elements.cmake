@@ -1,2 +1,14 @@
 set(TEST_SOURCES
-  dbx/elem/element_triggers_test.cpp)
+  dbx/elem/element_base_test.cpp
+  dbx/elem/element_log_filing_test.cpp
+  dbx/elem/element_stream_damage_test.cpp
+  dbx/elem/element_stream_drawing_test.cpp
+  dbx/elem/element_stream_failures_test.cpp
+  dbx/elem/element_stream_golden_test.cpp
+  dbx/elem/element_stream_property_test.cpp
+  dbx/elem/element_stream_versions_test.cpp
+  dbx/elem/element_triggers_test.cpp
+  dbx/elem/plugin_registry_test.cpp
+  dbx/elem/plugin_test.cpp
+  ../support/allocation_watch.cpp
+  ../support/test_element.cpp)

@@ -23,6 +23,31 @@ struct FiledReference {
     Strength strength;
 };
 
+// Room for what one object files, to be used again for the next one.
+struct FilingRoom {
+    std::vector<std::uint8_t> bytes;
+    std::vector<FiledReference> references;
+};
+
+// Lends a room out. Who is called meanwhile and needs one too gets an empty one.
+class LentRoom {
+public:
+    explicit LentRoom(FilingRoom& owner) : m_owner(owner), m_room(std::move(owner)) {
+        m_room.bytes.clear();
+        m_room.references.clear();
+    }
+    ~LentRoom() { m_owner = std::move(m_room); }
+    LentRoom(const LentRoom&) = delete;
+    LentRoom& operator=(const LentRoom&) = delete;
+
+    FilingRoom& operator*() { return m_room; }
+    FilingRoom* operator->() { return &m_room; }
+
+private:
+    FilingRoom& m_owner;
+    FilingRoom m_room;
+};
+
 // Keeps what an object files, and which ids are among it.
 class GatheringFiler final : public MemoryFiler {
 public:
@@ -61,8 +86,9 @@ using Translate = std::function<AcDbObjectId(const AcDbObjectId&, Strength)>;
 // Gives an object its own fields back with other ids in them.
 class TranslatingFiler final : public MemoryFiler {
 public:
-    TranslatingFiler(const std::vector<std::uint8_t>& bytes, Translate translate)
-        : MemoryFiler(AcDb::kIdXlateFiler, bytes.data(), bytes.size()), m_translate(std::move(translate)) {}
+    // Both must outlive the filer.
+    TranslatingFiler(const std::vector<std::uint8_t>& bytes, const Translate& translate)
+        : MemoryFiler(AcDb::kIdXlateFiler, bytes.data(), bytes.size()), m_translate(translate) {}
 
     Acad::ErrorStatus readHardOwnershipId(AcDbHardOwnershipId* id) override {
         return translated(id, MemoryFiler::readHardOwnershipId(id), Strength::kHardOwner);
@@ -85,7 +111,7 @@ private:
         return es;
     }
 
-    Translate m_translate;
+    const Translate& m_translate;
 };
 
 } // namespace embedded

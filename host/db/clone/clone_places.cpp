@@ -200,7 +200,7 @@ void CloneRun::placeEntry(const AcDbObject& source, AcDbObjectId dictionaryId, b
 
 Acad::ErrorStatus CloneRun::placeOf(const AcDbObject& source, AcDbObject* owner, bool isPrimary,
                                     ClonePlace& place) {
-    if (intoOther()) {
+    if (intoOther() && AcDbEntity::cast(&source) == nullptr) {
         place.existing = rootFor(source.objectId());
         if (!place.existing.isNull())
             return Acad::eOk;
@@ -222,6 +222,8 @@ Acad::ErrorStatus CloneRun::placeOf(const AcDbObject& source, AcDbObject* owner,
     AcDbObject* stands = residentOf(place.owner);
     if (stands == nullptr)
         return Acad::eInvalidOwnerObject;
+    if (AcDbBlockTableRecord::cast(stands) != nullptr && AcDbEntity::cast(&source) != nullptr)
+        return Acad::eOk;
     if (AcDbSymbolTable::cast(stands) != nullptr) {
         if (AcDbSymbolTableRecord::cast(&source) == nullptr)
             return Acad::eInvalidOwnerObject;
@@ -270,10 +272,10 @@ Acad::ErrorStatus CloneRun::attach(AcDbObject* made, const AcDbObject& source, c
     const WriteRight writing(*static_cast<AcDbStub*>(place.owner));
     AcDbObjectId id;
     Acad::ErrorStatus es = Acad::eOk;
-    auto* record = AcDbSymbolTableRecord::cast(made);
-    if (auto* block = AcDbBlockTableRecord::cast(owner);
-        block != nullptr && AcDbEntity::cast(made) != nullptr)
-        es = block->appendAcDbEntity(id, static_cast<AcDbEntity*>(made));
+    auto* entity = AcDbEntity::cast(made);
+    auto* record = entity != nullptr ? nullptr : AcDbSymbolTableRecord::cast(made);
+    if (auto* block = AcDbBlockTableRecord::cast(owner); block != nullptr && entity != nullptr)
+        es = block->appendAcDbEntity(id, entity);
     else if (auto* dictionary = AcDbDictionary::cast(owner))
         es = dictionary->setAt(place.name.c_str(), made, id);
     else if (auto* table = AcDbSymbolTable::cast(owner); table != nullptr && record != nullptr)

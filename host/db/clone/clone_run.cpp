@@ -17,12 +17,13 @@
 namespace embedded {
 
 AcDbIdPair* CloneRun::find(const AcDbObjectId& key) {
-    const auto it = m_index.find(static_cast<AcDbStub*>(key));
-    return it == m_index.end() ? nullptr : &pairs[it->second];
+    const std::uint32_t at = m_index.find(static_cast<AcDbStub*>(key));
+    return at == PairIndex::kNone ? nullptr : &pairs[at];
 }
 
 bool CloneRun::enter(const AcDbIdPair& pair) {
-    if (pair.key().isNull() || !m_index.emplace(static_cast<AcDbStub*>(pair.key()), pairs.size()).second)
+    if (pair.key().isNull() ||
+        !m_index.add(static_cast<AcDbStub*>(pair.key()), static_cast<std::uint32_t>(pairs.size())))
         return false;
     pairs.push_back(pair);
     return true;
@@ -32,7 +33,7 @@ bool CloneRun::takeOut(const AcDbObjectId& key) {
     AcDbIdPair* pair = find(key);
     if (pair == nullptr)
         return false;
-    m_index.erase(static_cast<AcDbStub*>(key));
+    m_index.remove(static_cast<AcDbStub*>(key));
     *pair = AcDbIdPair();
     return true;
 }
@@ -124,42 +125,52 @@ Acad::ErrorStatus CloneRun::cloneObject(const AcDbObject& source, AcDbObject* ow
     const AcDbIdPair* pair = find(source.objectId());
     if (pair != nullptr && !pair->value().isNull())
         return Acad::eOk;
+    if (!mayBeCloned(source))
+        return Acad::eNotApplicable;
     if (chainsOthers(source))
         return Acad::eNotImplementedYet;
     ClonePlace place;
     Acad::ErrorStatus es = placeOf(source, owner, isPrimary, place);
     if (es != Acad::eOk)
         return es;
-    const AcDb::FilerType type = intoOther() ? AcDb::kWblockCloneFiler : AcDb::kDeepCloneFiler;
-    std::vector<FiledReference> references;
-    if (!place.existing.isNull()) {
-        if (!place.fillExisting) {
-            enter(AcDbIdPair(source.objectId(), place.existing, false, isPrimary, true));
-            return Acad::eOk;
-        }
-        std::vector<std::uint8_t> bytes;
-        es = fileOut(source, type, bytes, references);
-        if (es == Acad::eOk)
-            es = fill(source, place, bytes);
-        if (es == Acad::eOk) {
-            gatherRawReferences(source, references);
-            enter(AcDbIdPair(source.objectId(), place.existing, true, isPrimary, true));
-            queueReferences(source, place.existing, references);
-        }
-        return es;
-    }
+    LentRoom room(m_room);
+    if (place.existing.isNull())
+        return copyTo(source, place, isPrimary, *room, clone);
+    if (place.fillExisting)
+        return fillFrom(source, place, isPrimary, *room);
+    enter(AcDbIdPair(source.objectId(), place.existing, false, isPrimary, true));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus CloneRun::copyTo(const AcDbObject& source, const ClonePlace& place, bool isPrimary,
+                                   FilingRoom& room, AcDbObject*& clone) {
     std::unique_ptr<AcDbObject> made;
-    es = copyOf(source, type, made, references);
+    Acad::ErrorStatus es =
+        copyOf(source, intoOther() ? AcDb::kWblockCloneFiler : AcDb::kDeepCloneFiler, made, room);
     if (es == Acad::eOk)
         es = attach(made.get(), source, place);
     if (es != Acad::eOk)
         return es;
     clone = made.release();
     enter(AcDbIdPair(source.objectId(), clone->objectId(), true, isPrimary, true));
-    gatherBodyReferences(source, references);
-    gatherRawReferences(source, references);
-    queueReferences(source, clone->objectId(), references);
+    gatherBodyReferences(source, room.references);
+    gatherRawReferences(source, room.references);
+    queueReferences(source, clone->objectId(), room.references);
     notices::copied(source, *clone);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus CloneRun::fillFrom(const AcDbObject& source, const ClonePlace& place, bool isPrimary,
+                                     FilingRoom& room) {
+    Acad::ErrorStatus es =
+        fileOut(source, intoOther() ? AcDb::kWblockCloneFiler : AcDb::kDeepCloneFiler, room);
+    if (es == Acad::eOk)
+        es = fill(source, place, room.bytes);
+    if (es != Acad::eOk)
+        return es;
+    gatherRawReferences(source, room.references);
+    enter(AcDbIdPair(source.objectId(), place.existing, true, isPrimary, true));
+    queueReferences(source, place.existing, room.references);
     return Acad::eOk;
 }
 
@@ -220,15 +231,17 @@ void CloneRun::queueEntries(const AcDbObject& source, const AcDbObjectId& clone)
 
 void CloneRun::queueReferences(const AcDbObject& source, const AcDbObjectId& clone,
                                const std::vector<FiledReference>& references) {
-    queueEntries(source, clone);
-    const auto* block = AcDbBlockTableRecord::cast(&source);
+    const bool isEntity = AcDbEntity::cast(&source) != nullptr;
+    if (!isEntity)
+        queueEntries(source, clone);
+    const auto* block = isEntity ? nullptr : AcDbBlockTableRecord::cast(&source);
     if (block != nullptr) {
         // The clone has its own framing entities.
         const auto* made = static_cast<AcDbBlockTableRecord*>(static_cast<AcDbStub*>(clone)->object);
         enter(AcDbIdPair(BlockAccess::begin(*block), BlockAccess::begin(*made), false));
         enter(AcDbIdPair(BlockAccess::end(*block), BlockAccess::end(*made), false));
     }
-    const bool isDictionary = source.isKindOf(AcDbDictionary::desc());
+    const bool isDictionary = !isEntity && AcDbDictionary::cast(&source) != nullptr;
     const AcDbObjectId extension = source.extensionDictionary();
     for (const FiledReference& reference : references) {
         const bool followed = intoOther() ? isHard(reference.strength) : owns(reference.strength);
@@ -238,6 +251,9 @@ void CloneRun::queueReferences(const AcDbObject& source, const AcDbObjectId& clo
         if (isDictionary && owns(reference.strength) && reference.id != extension)
             continue;
         AcDbStub* stub = reference.id;
+        // A layer that a thousand others have led to.
+        if (const AcDbIdPair* pair = find(reference.id); pair != nullptr && !pair->value().isNull())
+            continue;
         AcDbObject* object = nullptr;
         if (!objectIsLive(stub) || coreOf(stub)->resident(*stub, object) != Acad::eOk)
             continue;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "db/clone/clone_filers.h"
+#include "db/clone/pair_index.h"
 #include "dbidar.h"
 #include "dbidmap.h"
 #include "dbmain.h"
 
 #include <deque>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -46,7 +46,9 @@ public:
 
     bool active() const { return m_active; }
     // Into another drawing, along hard references, rather than inside one, along ownership.
-    bool intoOther() const { return context == AcDb::kDcWblock || context == AcDb::kDcWblkObjects; }
+    bool intoOther() const {
+        return context == AcDb::kDcWblock || context == AcDb::kDcWblkObjects || context == AcDb::kDcInsert;
+    }
 
     // Begins the cloning, or goes on with one that waits for its translation. eOk; eInvalidContext for
     // another kind of cloning than the one that waits, and while an undo or redo runs in the target.
@@ -82,22 +84,26 @@ private:
     Acad::ErrorStatus attach(AcDbObject* made, const AcDbObject& source, const ClonePlace& place);
     Acad::ErrorStatus fill(const AcDbObject& source, const ClonePlace& place,
                            const std::vector<std::uint8_t>& bytes);
+    Acad::ErrorStatus copyTo(const AcDbObject& source, const ClonePlace& place, bool isPrimary,
+                             FilingRoom& room, AcDbObject*& clone);
+    Acad::ErrorStatus fillFrom(const AcDbObject& source, const ClonePlace& place, bool isPrimary,
+                               FilingRoom& room);
     void queueReferences(const AcDbObject& source, const AcDbObjectId& clone,
                          const std::vector<FiledReference>& references);
     void queueEntries(const AcDbObject& source, const AcDbObjectId& clone);
 
     Acad::ErrorStatus translateClone(const AcDbIdPair& pair);
+    Acad::ErrorStatus translateFields(AcDbObject& clone, const FilingRoom& filed, const Translate& translate);
     AcDbObjectId translateId(const AcDbObjectId& id, Strength strength, const AcDbObjectId& clone) const;
     void stop();
 
     AcDbIdMapping& m_mapping;
-    std::unordered_map<const AcDbStub*, std::size_t> m_index;
+    PairIndex m_index;
     std::deque<Pending> m_pending;
     std::unordered_set<const AcDbStub*> m_bringing; // owners that are just being cloned for what they own
     std::vector<AcDbStub*> m_made;
-    // What the object that is just being translated has filed; kept for the next one.
-    std::vector<std::uint8_t> m_bytes;
-    std::vector<FiledReference> m_references;
+    // Room for what the next object files.
+    FilingRoom m_room;
     std::size_t m_mark = 0;
     bool m_active = false;
     bool m_recordingBefore = false;

@@ -23,6 +23,8 @@ AcDbObjectId ownerOf(const AcDbObjectId& id) {
 
 // A reactor that stayed behind in the other drawing hears of nothing here.
 void dropNullReactors(AcDbObject& object) {
+    if (ObjectAccess::extras(object) == nullptr)
+        return;
     std::vector<AcDbObjectId> reactors = ObjectAccess::reactors(object);
     const auto end =
         std::remove_if(reactors.begin(), reactors.end(), [](const AcDbObjectId& id) { return id.isNull(); });
@@ -59,6 +61,46 @@ AcDbObjectId CloneRun::translateId(const AcDbObjectId& id, Strength strength,
     return id;
 }
 
+namespace {
+
+// Gives an entity that has filed no ids of its class's own the translated ones of the common part, which is
+// all that reading its fields would do. False, with nothing changed, for any other object.
+bool translateCommonPart(AcDbObject& clone, const std::vector<FiledReference>& filed,
+                         const Translate& translate) {
+    auto* entity = AcDbEntity::cast(&clone);
+    if (entity == nullptr || ObjectAccess::extras(clone) != nullptr ||
+        (ObjectAccess::bits(clone) & kOwnerIsReactor) != 0)
+        return false;
+    ObjectAccess::EntitySettings settings = ObjectAccess::settings(*entity);
+    std::size_t common = clone.ownerId().isNull() ? 0 : 1;
+    for (AcDbObjectId* id : {&settings.layer, &settings.linetype, &settings.plotStyle})
+        common += id->isNull() ? 0 : 1;
+    if (filed.size() != common)
+        return false;
+    for (AcDbObjectId* id : {&settings.layer, &settings.linetype, &settings.plotStyle})
+        if (!id->isNull())
+            *id = translate(*id, Strength::kHardPointer);
+    ObjectAccess::setSettings(*entity, settings);
+    if (!clone.ownerId().isNull())
+        ObjectAccess::setOwner(clone, translate(clone.ownerId(), Strength::kSoftPointer));
+    return true;
+}
+
+} // namespace
+
+Acad::ErrorStatus CloneRun::translateFields(AcDbObject& clone, const FilingRoom& filed,
+                                            const Translate& translate) {
+    if (translateCommonPart(clone, filed.references, translate))
+        return Acad::eOk;
+    TranslatingFiler filer(filed.bytes, translate);
+    const Acad::ErrorStatus es = fileIn(clone, filer);
+    if (es == Acad::eOk) {
+        dropNullReactors(clone);
+        dropOrphanedData(clone);
+    }
+    return es;
+}
+
 Acad::ErrorStatus CloneRun::translateClone(const AcDbIdPair& pair) {
     AcDbStub* stub = pair.value();
     AcDbObject* object = nullptr;
@@ -66,25 +108,21 @@ Acad::ErrorStatus CloneRun::translateClone(const AcDbIdPair& pair) {
         return Acad::eOk;
     const WriteRight writing(*stub);
     object->assertWriteEnabled();
-    m_bytes.clear();
-    m_references.clear();
-    Acad::ErrorStatus es = fileOut(*object, AcDb::kIdXlateFiler, m_bytes, m_references);
+    LentRoom room(m_room);
+    Acad::ErrorStatus es = fileOut(*object, AcDb::kIdXlateFiler, *room);
     if (es != Acad::eOk)
         return es;
     const Translate translate = [&](const AcDbObjectId& id, Strength strength) {
         return translateId(id, strength, pair.value());
     };
     const AcDbObjectId owner = object->ownerId();
-    TranslatingFiler filer(m_bytes, translate);
-    es = fileIn(*object, filer);
+    es = translateFields(*object, *room, translate);
     if (es != Acad::eOk)
         return es;
     if (pair.isOwnerXlated())
         ObjectAccess::setOwner(*object, owner);
     else if (object->ownerId().isNull())
         return Acad::eOwnerNotSet;
-    dropNullReactors(*object);
-    dropOrphanedData(*object);
     translateRawReferences(*object, pair.key(), translate);
     translateBody(*object, pair.key(), intoOther(), translate);
     return Acad::eOk;

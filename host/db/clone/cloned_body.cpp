@@ -96,6 +96,14 @@ bool holdsBytes(const AcDbObject& object) {
     return (proxy || kind->constructor() == nullptr) && ObjectAccess::body(object) != nullptr;
 }
 
+bool mayBeCloned(const AcDbObject& object) {
+    const AcRxClass* kind = object.isA();
+    if (kind != AcDbProxyEntity::desc() && kind != AcDbProxyObject::desc())
+        return true;
+    const ObjectBody* body = ObjectAccess::body(object);
+    return body != nullptr && (body->proxyFlags & kCloningAllowed) != 0;
+}
+
 std::unique_ptr<AcDbObject> makeBodyHolder(const AcDbObject& object) {
     std::unique_ptr<AcDbObject> made;
     if (dynamic_cast<const AcDbProxyEntity*>(&object) != nullptr)

@@ -13,6 +13,8 @@ namespace embedded {
 
 // Whether the object is such a one. Cheap for all others, unlike the question for its bytes.
 bool holdsBytes(const AcDbObject& object);
+// Not a proxy whose class forbids it.
+bool mayBeCloned(const AcDbObject& object);
 
 // A fresh one like the other, with the same bytes.
 std::unique_ptr<AcDbObject> makeBodyHolder(const AcDbObject& object);

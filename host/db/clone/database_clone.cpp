@@ -2,6 +2,7 @@
 #include "db/clone/clone_events.h"
 #include "db/clone/clone_run.h"
 #include "db/database_core.h"
+#include "db/drawing_settings.h"
 #include "db/entity_list.h"
 #include "dbsymtb.h"
 #include "gemat3d.h"
@@ -77,12 +78,8 @@ struct Share {
     AcDbObjectId owner;
 };
 
-// Moves what was asked for to the new origin.
-Acad::ErrorStatus moveOrigin(const AcDbIdMapping& mapping, const AcGePoint3d& basePoint) {
-    if (basePoint.x == 0.0 && basePoint.y == 0.0 && basePoint.z == 0.0)
-        return Acad::eOk;
-    const AcGeMatrix3d move =
-        AcGeMatrix3d::translation(AcGeVector3d(-basePoint.x, -basePoint.y, -basePoint.z));
+// Moves what was asked for.
+Acad::ErrorStatus transformPrimaries(const AcDbIdMapping& mapping, const AcGeMatrix3d& move) {
     for (AcDbIdMappingIter it(mapping); !it.done(); it.next()) {
         AcDbIdPair pair;
         it.getMap(pair);
@@ -100,15 +97,31 @@ Acad::ErrorStatus moveOrigin(const AcDbIdMapping& mapping, const AcGePoint3d& ba
     return Acad::eOk;
 }
 
-// A new drawing from parts of another one.
+// ... to the new origin.
+Acad::ErrorStatus moveOrigin(const AcDbIdMapping& mapping, const AcGePoint3d& basePoint) {
+    if (basePoint.x == 0.0 && basePoint.y == 0.0 && basePoint.z == 0.0)
+        return Acad::eOk;
+    return transformPrimaries(
+        mapping, AcGeMatrix3d::translation(AcGeVector3d(-basePoint.x, -basePoint.y, -basePoint.z)));
+}
+
+// The other drawing's current layer, where it came along.
+void takeCurrentLayer(const CloneRun& run, const DatabaseCore& from, DatabaseCore& to) {
+    const AcDbIdPair* pair = run.find(from.roots.currentLayer);
+    if (pair != nullptr && !pair->value().isNull())
+        to.roots.currentLayer = pair->value();
+}
+
+// A new drawing from parts of another one. With `whole` it has the same places.
 Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
                              const std::function<void(AcDbDatabase&)>& announce,
                              const std::function<std::vector<Share>(AcDbDatabase&)>& sharesFor,
-                             const AcGePoint3d& basePoint) {
+                             const AcGePoint3d& basePoint, bool whole = false) {
     out = nullptr;
     events::wblockNotice(&from);
     auto to = std::make_unique<AcDbDatabase>(true);
     to->disableUndoRecording(true);
+    copyDrawingSettings(from.core(), to->core(), whole);
     announce(*to);
     AcDbIdMapping mapping;
     CloneRun& run = mapping.run();
@@ -123,8 +136,10 @@ Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
             events::otherWblock(to.get(), mapping, &from);
             return run.finish();
         });
-    if (es == Acad::eOk)
+    if (es == Acad::eOk) {
+        takeCurrentLayer(run, from.core(), to->core());
         es = moveOrigin(mapping, basePoint);
+    }
     if (es != Acad::eOk) {
         events::abortWblock(to.get());
         return es;
@@ -136,6 +151,91 @@ Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
 }
 
 } // namespace
+
+namespace {
+
+// Brings all of another drawing's model space below an owner here, which `prepare` makes or names. Whatever
+// goes wrong is taken back, what `prepare` and `complete` did included.
+Acad::ErrorStatus bring(AcDbDatabase& to, AcDbDatabase& from,
+                        const std::function<Acad::ErrorStatus(AcDbObjectId& owner)>& prepare,
+                        const std::function<Acad::ErrorStatus(const AcDbIdMapping&)>& complete) {
+    UndoLog& undo = to.core().undo();
+    if (undo.active())
+        return Acad::eInvalidContext;
+    const bool recordingBefore = undo.recording();
+    if (!recordingBefore)
+        undo.setRecording(true);
+    const std::size_t mark = undo.beginScope();
+    AcDbIdMapping mapping;
+    CloneRun& run = mapping.run();
+    AcDbObjectId owner;
+    Acad::ErrorStatus es = prepare(owner);
+    if (es == Acad::eOk)
+        es = run.begin(to, from, AcDb::kDcInsert, AcDb::kDrcIgnore);
+    if (es == Acad::eOk)
+        es = carryOut(run, [&] {
+            const Acad::ErrorStatus cloned = cloneBelow(run, entitiesOf(from.core().roots.modelSpace), owner);
+            return cloned == Acad::eOk ? run.finish() : cloned;
+        });
+    if (es == Acad::eOk)
+        es = complete(mapping);
+    if (es != Acad::eOk)
+        undo.rollBack(mark);
+    if (!recordingBefore)
+        undo.setRecording(false);
+    return es;
+}
+
+Acad::ErrorStatus addBlock(AcDbDatabase& database, const ACHAR* name, const AcGePoint3d& origin,
+                           AcDbObjectId& id) {
+    AcDbBlockTable* table = nullptr;
+    Acad::ErrorStatus es = database.getBlockTable(table, AcDb::kForWrite);
+    if (es != Acad::eOk)
+        return es;
+    auto block = std::make_unique<AcDbBlockTableRecord>();
+    es = block->setName(name);
+    if (es == Acad::eOk)
+        es = block->setOrigin(origin);
+    if (es == Acad::eOk)
+        es = table->add(id, block.get());
+    if (es == Acad::eOk)
+        block.release()->close();
+    table->close();
+    return es;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* database,
+                                       bool) {
+    blockId.setNull();
+    if (database == nullptr || database == this || blockName == nullptr)
+        return Acad::eInvalidInput;
+    AcDbObjectId block;
+    const Acad::ErrorStatus es = bring(
+        *this, *database,
+        [&](AcDbObjectId& owner) {
+            const Acad::ErrorStatus added = addBlock(*this, blockName, basePointOf(database->core()), block);
+            owner = block;
+            return added;
+        },
+        [](const AcDbIdMapping&) { return Acad::eOk; });
+    if (es == Acad::eOk)
+        blockId = block;
+    return es;
+}
+
+Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& xform, AcDbDatabase* database, bool) {
+    if (database == nullptr || database == this)
+        return Acad::eInvalidInput;
+    return bring(
+        *this, *database,
+        [&](AcDbObjectId& owner) {
+            owner = m_core->roots.modelSpace;
+            return Acad::eOk;
+        },
+        [&](const AcDbIdMapping& mapping) { return transformPrimaries(mapping, xform); });
+}
 
 Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const AcDbObjectIdArray& objectIds,
                                                  const AcDbObjectId& owner, AcDbIdMapping& idMap,
@@ -226,5 +326,5 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& output) {
             return std::vector<Share>{{entitiesOf(roots.modelSpace), own.modelSpace},
                                       {entitiesOf(roots.paperSpace), own.paperSpace}};
         },
-        AcGePoint3d());
+        AcGePoint3d(), true);
 }

@@ -9,8 +9,8 @@ using namespace embedded;
 AcRxObject* AcDbObject::clone() const {
     assertReadEnabled();
     std::unique_ptr<AcDbObject> copy;
-    std::vector<FiledReference> references;
-    if (copyOf(*this, AcDb::kCopyFiler, copy, references) != Acad::eOk)
+    FilingRoom room;
+    if (copyOf(*this, AcDb::kCopyFiler, copy, room) != Acad::eOk)
         return nullptr;
     notices::copied(*this, *copy);
     return copy.release();
@@ -24,17 +24,17 @@ Acad::ErrorStatus AcDbObject::copyFrom(const AcRxObject* other) {
         return Acad::eOk;
     // Into another object first: what cannot be read leaves this one alone.
     std::unique_ptr<AcDbObject> copy;
-    std::vector<FiledReference> references;
-    Acad::ErrorStatus es = copyOf(*source, AcDb::kCopyFiler, copy, references);
-    std::vector<std::uint8_t> bytes;
+    FilingRoom room;
+    Acad::ErrorStatus es = copyOf(*source, AcDb::kCopyFiler, copy, room);
+    room.bytes.clear();
     if (es == Acad::eOk)
-        es = fileOut(*copy, AcDb::kCopyFiler, bytes, references);
+        es = fileOut(*copy, AcDb::kCopyFiler, room);
     if (es != Acad::eOk)
         return es;
     assertWriteEnabled();
     const AcDbObjectId owner = mOwner;
     const AcDbObjectId extension = extensionDictionary();
-    MemoryFiler filer(AcDb::kCopyFiler, bytes.data(), bytes.size());
+    MemoryFiler filer(AcDb::kCopyFiler, room.bytes.data(), room.bytes.size());
     es = fileIn(*this, filer);
     mOwner = owner;
     if (!extension.isNull())

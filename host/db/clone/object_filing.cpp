@@ -12,12 +12,13 @@
 
 namespace embedded {
 
-Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, std::vector<std::uint8_t>& bytes,
-                          std::vector<FiledReference>& references) {
+Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, FilingRoom& room) {
     // Most objects fit; growing from nothing costs more than the rest of a small object's filing.
-    if (bytes.capacity() == 0)
-        bytes.reserve(512);
-    GatheringFiler filer(type, bytes, references);
+    if (room.bytes.capacity() == 0)
+        room.bytes.reserve(512);
+    if (room.references.capacity() == 0)
+        room.references.reserve(16);
+    GatheringFiler filer(type, room.bytes, room.references);
     try {
         const Acad::ErrorStatus es = object.dwgOutFields(&filer);
         return es == Acad::eOk ? filer.filerStatus() : es;
@@ -49,6 +50,8 @@ std::unique_ptr<AcDbObject> makeLike(const AcDbObject& object) {
 void disown(AcDbObject& copy) {
     if (ObjectExtras* extras = ObjectAccess::extras(copy))
         extras->extensionDictionary.setNull();
+    if (AcDbEntity::cast(&copy) != nullptr)
+        return;
     if (auto* dictionary = AcDbDictionary::cast(&copy))
         ObjectAccess::names(*dictionary).clear();
     if (auto* block = AcDbBlockTableRecord::cast(&copy))
@@ -56,16 +59,15 @@ void disown(AcDbObject& copy) {
 }
 
 Acad::ErrorStatus copyOf(const AcDbObject& object, AcDb::FilerType type, std::unique_ptr<AcDbObject>& copy,
-                         std::vector<FiledReference>& references) {
+                         FilingRoom& room) {
     copy.reset();
-    std::vector<std::uint8_t> bytes;
-    Acad::ErrorStatus es = fileOut(object, type, bytes, references);
+    Acad::ErrorStatus es = fileOut(object, type, room);
     if (es != Acad::eOk)
         return es;
     std::unique_ptr<AcDbObject> made = makeLike(object);
     if (made == nullptr)
         return Acad::eOutOfMemory;
-    MemoryFiler filer(type, bytes.data(), bytes.size());
+    MemoryFiler filer(type, room.bytes.data(), room.bytes.size());
     es = fileIn(*made, filer);
     if (es != Acad::eOk)
         return es;

@@ -10,8 +10,7 @@ namespace embedded {
 
 // What an object files to a filer of that type, with the ids among it. eOk; its own status; eFilerError if it
 // lets an exception out.
-Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, std::vector<std::uint8_t>& bytes,
-                          std::vector<FiledReference>& references);
+Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, FilingRoom& room);
 // The way back. A failure leaves the object half read.
 Acad::ErrorStatus fileIn(AcDbObject& object, AcDbDwgFiler& filer);
 
@@ -19,8 +18,9 @@ Acad::ErrorStatus fileIn(AcDbObject& object, AcDbDwgFiler& filer);
 std::unique_ptr<AcDbObject> makeLike(const AcDbObject& object);
 
 // A copy in no database that leads to nothing that the other one owns. Empty, with the status, if it fails.
+// `room` has what the object filed afterwards.
 Acad::ErrorStatus copyOf(const AcDbObject& object, AcDb::FilerType type, std::unique_ptr<AcDbObject>& copy,
-                         std::vector<FiledReference>& references);
+                         FilingRoom& room);
 // Cuts an object that was filed in from what its original owns.
 void disown(AcDbObject& copy);
 

@@ -153,6 +153,11 @@ void visitHandles(const AcDbObject& object, std::vector<std::uint8_t>& record, V
             visitExtended(data.bytes, visit);
 }
 
+// Most entities have neither extended data nor bytes of a record.
+bool mayHaveRawHandles(const AcDbObject& object) {
+    return ObjectAccess::extras(object) != nullptr || AcDbEntity::cast(&object) == nullptr;
+}
+
 std::vector<std::uint8_t> recordBytes(const AcDbObject& object) {
     const auto* record = AcDbXrecord::cast(&object);
     return record != nullptr ? record->rawData() : std::vector<std::uint8_t>();
@@ -162,7 +167,7 @@ std::vector<std::uint8_t> recordBytes(const AcDbObject& object) {
 
 void gatherRawReferences(const AcDbObject& object, std::vector<FiledReference>& references) {
     const DatabaseCore* core = coreOf(object.objectId());
-    if (core == nullptr)
+    if (core == nullptr || !mayHaveRawHandles(object))
         return;
     std::vector<std::uint8_t> record = recordBytes(object);
     visitHandles(object, record, [&](const RawHandle& handle) {
@@ -174,7 +179,7 @@ void gatherRawReferences(const AcDbObject& object, std::vector<FiledReference>& 
 
 void translateRawReferences(AcDbObject& clone, const AcDbObjectId& own, const Translate& translate) {
     const DatabaseCore* core = coreOf(own);
-    if (core == nullptr)
+    if (core == nullptr || !mayHaveRawHandles(clone))
         return;
     std::vector<std::uint8_t> record = recordBytes(clone);
     visitHandles(clone, record, [&](const RawHandle& handle) {

@@ -29,45 +29,24 @@ AcGePoint3d AcDbArc::center() const {
 }
 
 Acad::ErrorStatus AcDbArc::setCenter(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.centre = worldToOwn(m_fields.normal, point);
-    return Acad::eOk;
+    return setField(*this, m_fields.centre, worldToOwn(m_fields.normal, point));
 }
 
-double AcDbArc::radius() const {
-    assertReadEnabled();
-    return m_fields.radius;
-}
+double AcDbArc::radius() const { return readField(*this, m_fields.radius); }
 
 Acad::ErrorStatus AcDbArc::setRadius(double radius) {
     if (!(radius > 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.radius = radius;
-    return Acad::eOk;
+    return setField(*this, m_fields.radius, radius);
 }
 
-double AcDbArc::startAngle() const {
-    assertReadEnabled();
-    return m_fields.startAngle;
-}
+double AcDbArc::startAngle() const { return readField(*this, m_fields.startAngle); }
 
-Acad::ErrorStatus AcDbArc::setStartAngle(double angle) {
-    assertWriteEnabled();
-    m_fields.startAngle = angle;
-    return Acad::eOk;
-}
+Acad::ErrorStatus AcDbArc::setStartAngle(double angle) { return setField(*this, m_fields.startAngle, angle); }
 
-double AcDbArc::endAngle() const {
-    assertReadEnabled();
-    return m_fields.endAngle;
-}
+double AcDbArc::endAngle() const { return readField(*this, m_fields.endAngle); }
 
-Acad::ErrorStatus AcDbArc::setEndAngle(double angle) {
-    assertWriteEnabled();
-    m_fields.endAngle = angle;
-    return Acad::eOk;
-}
+Acad::ErrorStatus AcDbArc::setEndAngle(double angle) { return setField(*this, m_fields.endAngle, angle); }
 
 double AcDbArc::totalAngle() const {
     assertReadEnabled();
@@ -77,21 +56,13 @@ double AcDbArc::totalAngle() const {
 
 double AcDbArc::length() const { return totalAngle() * m_fields.radius; }
 
-double AcDbArc::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbArc::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbArc::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-AcGeVector3d AcDbArc::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbArc::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbArc::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())

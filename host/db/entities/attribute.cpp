@@ -1,4 +1,5 @@
 #include "acutmem.h"
+#include "db/entities/entity_parts.h"
 #include "db/field_stream.h"
 #include "dbents.h"
 
@@ -28,9 +29,7 @@ const ACHAR* AcDbAttribute::tagConst() const {
 Acad::ErrorStatus AcDbAttribute::setTag(const ACHAR* tag) {
     if (tag == nullptr)
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.tag = tag;
-    return Acad::eOk;
+    return setField(*this, m_fields.tag, tag);
 }
 
 bool AcDbAttribute::flag(Adesk::UInt8 mask) const {
@@ -50,15 +49,10 @@ Acad::ErrorStatus AcDbAttribute::setInvisible(Adesk::Boolean invisible) {
     return Acad::eOk;
 }
 
-Adesk::UInt16 AcDbAttribute::fieldLength() const {
-    assertReadEnabled();
-    return m_fields.fieldLength;
-}
+Adesk::UInt16 AcDbAttribute::fieldLength() const { return readField(*this, m_fields.fieldLength); }
 
 Acad::ErrorStatus AcDbAttribute::setFieldLength(Adesk::UInt16 length) {
-    assertWriteEnabled();
-    m_fields.fieldLength = length;
-    return Acad::eOk;
+    return setField(*this, m_fields.fieldLength, length);
 }
 
 Adesk::Boolean AcDbAttribute::subWorldDraw(AcGiWorldDraw* worldDraw) {

@@ -19,10 +19,7 @@ AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId
     m_fields.block = block;
 }
 
-AcDbObjectId AcDbBlockReference::blockTableRecord() const {
-    assertReadEnabled();
-    return m_fields.block;
-}
+AcDbObjectId AcDbBlockReference::blockTableRecord() const { return readField(*this, m_fields.block); }
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
     AcRxClass* kind = block.objectClass();
@@ -43,39 +40,24 @@ AcGePoint3d AcDbBlockReference::position() const {
 }
 
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.position = worldToOwn(m_fields.normal, point);
-    return Acad::eOk;
+    return setField(*this, m_fields.position, worldToOwn(m_fields.normal, point));
 }
 
-AcGeScale3d AcDbBlockReference::scaleFactors() const {
-    assertReadEnabled();
-    return m_fields.scale;
-}
+AcGeScale3d AcDbBlockReference::scaleFactors() const { return readField(*this, m_fields.scale); }
 
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) {
     if (scale.sx == 0.0 || scale.sy == 0.0 || scale.sz == 0.0)
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.scale = scale;
-    return Acad::eOk;
+    return setField(*this, m_fields.scale, scale);
 }
 
-double AcDbBlockReference::rotation() const {
-    assertReadEnabled();
-    return m_fields.rotation;
-}
+double AcDbBlockReference::rotation() const { return readField(*this, m_fields.rotation); }
 
 Acad::ErrorStatus AcDbBlockReference::setRotation(double angle) {
-    assertWriteEnabled();
-    m_fields.rotation = angle;
-    return Acad::eOk;
+    return setField(*this, m_fields.rotation, angle);
 }
 
-AcGeVector3d AcDbBlockReference::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbBlockReference::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())

@@ -23,41 +23,26 @@ AcGePoint3d AcDbCircle::center() const {
 }
 
 Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.centre = worldToOwn(m_fields.normal, point);
-    return Acad::eOk;
+    return setField(*this, m_fields.centre, worldToOwn(m_fields.normal, point));
 }
 
-double AcDbCircle::radius() const {
-    assertReadEnabled();
-    return m_fields.radius;
-}
+double AcDbCircle::radius() const { return readField(*this, m_fields.radius); }
 
 Acad::ErrorStatus AcDbCircle::setRadius(double radius) {
     if (!(radius > 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.radius = radius;
-    return Acad::eOk;
+    return setField(*this, m_fields.radius, radius);
 }
 
 double AcDbCircle::circumference() const { return kTwoPi * radius(); }
 
-double AcDbCircle::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbCircle::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbCircle::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-AcGeVector3d AcDbCircle::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbCircle::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbCircle::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())

@@ -14,6 +14,19 @@ namespace embedded {
 class CurvePath;
 struct PlaneArc;
 
+// What most getters and setters of an entity come to.
+template <class Field>
+const Field& readField(const AcDbObject& object, const Field& field) {
+    object.assertReadEnabled();
+    return field;
+}
+template <class Field, class Value>
+Acad::ErrorStatus setField(AcDbObject& object, Field& field, const Value& value) {
+    object.assertWriteEnabled();
+    field = value;
+    return Acad::eOk;
+}
+
 // From the coordinates of entities with that normal to the world's and back.
 AcGePoint3d ownToWorld(const AcGeVector3d& normal, const AcGePoint3d& point);
 AcGePoint3d worldToOwn(const AcGeVector3d& normal, const AcGePoint3d& point);

@@ -14,50 +14,30 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) {
     m_fields.end = end;
 }
 
-AcGePoint3d AcDbLine::startPoint() const {
-    assertReadEnabled();
-    return m_fields.start;
-}
+AcGePoint3d AcDbLine::startPoint() const { return readField(*this, m_fields.start); }
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.start = point;
-    return Acad::eOk;
+    return setField(*this, m_fields.start, point);
 }
 
-AcGePoint3d AcDbLine::endPoint() const {
-    assertReadEnabled();
-    return m_fields.end;
-}
+AcGePoint3d AcDbLine::endPoint() const { return readField(*this, m_fields.end); }
 
 Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.end = point;
-    return Acad::eOk;
+    return setField(*this, m_fields.end, point);
 }
 
-double AcDbLine::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbLine::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbLine::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-AcGeVector3d AcDbLine::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbLine::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.normal = normal.normal();
-    return Acad::eOk;
+    return setField(*this, m_fields.normal, normal.normal());
 }
 
 Acad::ErrorStatus AcDbLine::getPlane(AcGePlane& plane, AcDb::Planarity& planarity) const {

@@ -24,48 +24,28 @@ AcDbMInsertBlock::AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blo
     m_fields = {columns, rows, columnSpacing, rowSpacing};
 }
 
-Adesk::UInt16 AcDbMInsertBlock::columns() const {
-    assertReadEnabled();
-    return m_fields.columns;
-}
+Adesk::UInt16 AcDbMInsertBlock::columns() const { return readField(*this, m_fields.columns); }
 
 Acad::ErrorStatus AcDbMInsertBlock::setColumns(Adesk::UInt16 columns) {
-    assertWriteEnabled();
-    m_fields.columns = columns;
-    return Acad::eOk;
+    return setField(*this, m_fields.columns, columns);
 }
 
-Adesk::UInt16 AcDbMInsertBlock::rows() const {
-    assertReadEnabled();
-    return m_fields.rows;
-}
+Adesk::UInt16 AcDbMInsertBlock::rows() const { return readField(*this, m_fields.rows); }
 
 Acad::ErrorStatus AcDbMInsertBlock::setRows(Adesk::UInt16 rows) {
-    assertWriteEnabled();
-    m_fields.rows = rows;
-    return Acad::eOk;
+    return setField(*this, m_fields.rows, rows);
 }
 
-double AcDbMInsertBlock::columnSpacing() const {
-    assertReadEnabled();
-    return m_fields.columnSpacing;
-}
+double AcDbMInsertBlock::columnSpacing() const { return readField(*this, m_fields.columnSpacing); }
 
 Acad::ErrorStatus AcDbMInsertBlock::setColumnSpacing(double spacing) {
-    assertWriteEnabled();
-    m_fields.columnSpacing = spacing;
-    return Acad::eOk;
+    return setField(*this, m_fields.columnSpacing, spacing);
 }
 
-double AcDbMInsertBlock::rowSpacing() const {
-    assertReadEnabled();
-    return m_fields.rowSpacing;
-}
+double AcDbMInsertBlock::rowSpacing() const { return readField(*this, m_fields.rowSpacing); }
 
 Acad::ErrorStatus AcDbMInsertBlock::setRowSpacing(double spacing) {
-    assertWriteEnabled();
-    m_fields.rowSpacing = spacing;
-    return Acad::eOk;
+    return setField(*this, m_fields.rowSpacing, spacing);
 }
 
 void AcDbMInsertBlock::axes(AcGeVector3d& alongRow, AcGeVector3d& alongColumn) const {

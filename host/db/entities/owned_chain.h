@@ -21,9 +21,9 @@ public:
     // Of an owner that is in no database.
     const std::vector<std::unique_ptr<AcDbEntity>>& loose() const { return m_loose; }
 
-    // Makes a fresh entity a part, in front of the one that has the place. It gets an id, the owner's settings
-    // if it has no layer yet, and stays open for write. The owner has to be in a database and to have taken
-    // its state down.
+    // Makes a fresh entity a part, in front of the one that has the place. It gets an id, the owner's
+    // settings if it has no layer yet, and stays open for write. The owner has to be in a database and to
+    // have taken its state down.
     AcDbObjectId insert(AcDbEntity& owner, AcDbEntity& part, std::size_t place);
     static constexpr std::size_t kAtEnd = static_cast<std::size_t>(-1);
     // The place of a part among all, for insert; kAtEnd if it is none.

@@ -10,50 +10,30 @@ using namespace embedded;
 AcDbPoint::AcDbPoint() = default;
 AcDbPoint::AcDbPoint(const AcGePoint3d& position) { m_fields.position = position; }
 
-AcGePoint3d AcDbPoint::position() const {
-    assertReadEnabled();
-    return m_fields.position;
-}
+AcGePoint3d AcDbPoint::position() const { return readField(*this, m_fields.position); }
 
 Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_fields.position = point;
-    return Acad::eOk;
+    return setField(*this, m_fields.position, point);
 }
 
-double AcDbPoint::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbPoint::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbPoint::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-AcGeVector3d AcDbPoint::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbPoint::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbPoint::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.normal = normal.normal();
-    return Acad::eOk;
+    return setField(*this, m_fields.normal, normal.normal());
 }
 
-double AcDbPoint::ecsRotation() const {
-    assertReadEnabled();
-    return m_fields.rotation;
-}
+double AcDbPoint::ecsRotation() const { return readField(*this, m_fields.rotation); }
 
 Acad::ErrorStatus AcDbPoint::setEcsRotation(double rotation) {
-    assertWriteEnabled();
-    m_fields.rotation = rotation;
-    return Acad::eOk;
+    return setField(*this, m_fields.rotation, rotation);
 }
 
 void AcDbPoint::getEcs(AcGeMatrix3d& ecs) const {

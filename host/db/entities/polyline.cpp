@@ -189,26 +189,16 @@ void AcDbPolyline::setPlinegen(bool runsOn) {
     m_fields.flags = static_cast<Adesk::UInt16>((m_fields.flags & ~kRunsOn) | (runsOn ? kRunsOn : 0));
 }
 
-double AcDbPolyline::elevation() const {
-    assertReadEnabled();
-    return m_fields.elevation;
-}
+double AcDbPolyline::elevation() const { return readField(*this, m_fields.elevation); }
 
 Acad::ErrorStatus AcDbPolyline::setElevation(double elevation) {
-    assertWriteEnabled();
-    m_fields.elevation = elevation;
-    return Acad::eOk;
+    return setField(*this, m_fields.elevation, elevation);
 }
 
-double AcDbPolyline::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbPolyline::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbPolyline::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
 Acad::ErrorStatus AcDbPolyline::getConstantWidth(double& width) const {
@@ -234,17 +224,12 @@ Acad::ErrorStatus AcDbPolyline::setConstantWidth(double width) {
     return Acad::eOk;
 }
 
-AcGeVector3d AcDbPolyline::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbPolyline::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbPolyline::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.normal = normal.normal();
-    return Acad::eOk;
+    return setField(*this, m_fields.normal, normal.normal());
 }
 
 void AcDbPolyline::getEcs(AcGeMatrix3d& ecs) const {

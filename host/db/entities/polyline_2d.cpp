@@ -37,8 +37,7 @@ AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, AcGePoint3dArray& vertices
     f.elevation = elevation;
     for (int i = 0; i < vertices.length(); ++i) {
         const double bulge = bulges != nullptr && i < bulges->length() ? (*bulges)[i] : 0.0;
-        m_vertices->keepLoose(
-            std::make_unique<AcDb2dVertex>(vertices[i], bulge, defStartWidth, defEndWidth));
+        m_vertices->keepLoose(std::make_unique<AcDb2dVertex>(vertices[i], bulge, defStartWidth, defEndWidth));
     }
 }
 
@@ -77,9 +76,8 @@ AcDb::Poly2dType AcDb2dPolyline::polyType() const {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setFlag(Adesk::UInt16 flag, bool on) {
-    assertWriteEnabled();
-    m_fields.flags = static_cast<Adesk::UInt16>((m_fields.flags & ~flag) | (on ? flag : 0));
-    return Acad::eOk;
+    return setField(*this, m_fields.flags,
+                    static_cast<Adesk::UInt16>((m_fields.flags & ~flag) | (on ? flag : 0)));
 }
 
 Adesk::Boolean AcDb2dPolyline::isClosed() const {
@@ -98,65 +96,40 @@ bool AcDb2dPolyline::isLinetypeGenerationOn() const {
 Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOn() { return setFlag(kRunsOnFlag, true); }
 Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOff() { return setFlag(kRunsOnFlag, false); }
 
-double AcDb2dPolyline::defaultStartWidth() const {
-    assertReadEnabled();
-    return m_fields.startWidth;
-}
+double AcDb2dPolyline::defaultStartWidth() const { return readField(*this, m_fields.startWidth); }
 
 Acad::ErrorStatus AcDb2dPolyline::setDefaultStartWidth(double width) {
     if (!(width >= 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.startWidth = width;
-    return Acad::eOk;
+    return setField(*this, m_fields.startWidth, width);
 }
 
-double AcDb2dPolyline::defaultEndWidth() const {
-    assertReadEnabled();
-    return m_fields.endWidth;
-}
+double AcDb2dPolyline::defaultEndWidth() const { return readField(*this, m_fields.endWidth); }
 
 Acad::ErrorStatus AcDb2dPolyline::setDefaultEndWidth(double width) {
     if (!(width >= 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.endWidth = width;
-    return Acad::eOk;
+    return setField(*this, m_fields.endWidth, width);
 }
 
-double AcDb2dPolyline::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDb2dPolyline::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDb2dPolyline::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-double AcDb2dPolyline::elevation() const {
-    assertReadEnabled();
-    return m_fields.elevation;
-}
+double AcDb2dPolyline::elevation() const { return readField(*this, m_fields.elevation); }
 
 Acad::ErrorStatus AcDb2dPolyline::setElevation(double elevation) {
-    assertWriteEnabled();
-    m_fields.elevation = elevation;
-    return Acad::eOk;
+    return setField(*this, m_fields.elevation, elevation);
 }
 
-AcGeVector3d AcDb2dPolyline::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDb2dPolyline::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDb2dPolyline::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.normal = normal.normal();
-    return Acad::eOk;
+    return setField(*this, m_fields.normal, normal.normal());
 }
 
 void AcDb2dPolyline::getEcs(AcGeMatrix3d& ecs) const {

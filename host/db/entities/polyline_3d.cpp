@@ -58,10 +58,8 @@ Adesk::Boolean AcDb3dPolyline::isClosed() const {
 }
 
 Acad::ErrorStatus AcDb3dPolyline::setClosed(bool closed) {
-    assertWriteEnabled();
-    m_fields.flags =
-        static_cast<Adesk::UInt8>((m_fields.flags & ~kClosedFlag) | (closed ? kClosedFlag : 0));
-    return Acad::eOk;
+    return setField(*this, m_fields.flags,
+                    static_cast<Adesk::UInt8>((m_fields.flags & ~kClosedFlag) | (closed ? kClosedFlag : 0)));
 }
 
 Acad::ErrorStatus AcDb3dPolyline::makeClosed() { return setClosed(true); }

@@ -5,6 +5,9 @@ set(HOST_DB_ENTITIES_SOURCES
   block_reference_geometry.cpp
   circle.cpp
   curve.cpp
+  curve_intersect.cpp
+  curve_meeting.cpp
+  curve_meeting_view.cpp
   curve_path.cpp
   entity_classes.cpp
   entity_geometry.cpp

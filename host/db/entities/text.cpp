@@ -83,9 +83,7 @@ AcDb::TextHorzMode AcDbText::horizontalMode() const {
 }
 
 Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode mode) {
-    assertWriteEnabled();
-    m_fields.horizontal = static_cast<Adesk::UInt16>(mode);
-    return Acad::eOk;
+    return setField(*this, m_fields.horizontal, static_cast<Adesk::UInt16>(mode));
 }
 
 AcDb::TextVertMode AcDbText::verticalMode() const {
@@ -94,9 +92,7 @@ AcDb::TextVertMode AcDbText::verticalMode() const {
 }
 
 Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
-    assertWriteEnabled();
-    m_fields.vertical = static_cast<Adesk::UInt16>(mode);
-    return Acad::eOk;
+    return setField(*this, m_fields.vertical, static_cast<Adesk::UInt16>(mode));
 }
 
 ACHAR* AcDbText::textString() const {
@@ -112,88 +108,49 @@ const ACHAR* AcDbText::textStringConst() const {
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
     if (text == nullptr)
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.text = text;
-    return Acad::eOk;
+    return setField(*this, m_fields.text, text);
 }
 
-AcDbObjectId AcDbText::textStyle() const {
-    assertReadEnabled();
-    return m_fields.style;
-}
+AcDbObjectId AcDbText::textStyle() const { return readField(*this, m_fields.style); }
 
 Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {
     AcRxClass* kind = style.objectClass();
     if (kind == nullptr || !kind->isDerivedFrom(AcDbTextStyleTableRecord::desc()))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.style = style;
-    return Acad::eOk;
+    return setField(*this, m_fields.style, style);
 }
 
-double AcDbText::height() const {
-    assertReadEnabled();
-    return m_fields.height;
-}
+double AcDbText::height() const { return readField(*this, m_fields.height); }
 
 Acad::ErrorStatus AcDbText::setHeight(double height) {
     if (!(height > 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.height = height;
-    return Acad::eOk;
+    return setField(*this, m_fields.height, height);
 }
 
-double AcDbText::widthFactor() const {
-    assertReadEnabled();
-    return m_fields.widthFactor;
-}
+double AcDbText::widthFactor() const { return readField(*this, m_fields.widthFactor); }
 
 Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
     if (!(factor > 0.0))
         return Acad::eInvalidInput;
-    assertWriteEnabled();
-    m_fields.widthFactor = factor;
-    return Acad::eOk;
+    return setField(*this, m_fields.widthFactor, factor);
 }
 
-double AcDbText::rotation() const {
-    assertReadEnabled();
-    return m_fields.rotation;
-}
+double AcDbText::rotation() const { return readField(*this, m_fields.rotation); }
 
-Acad::ErrorStatus AcDbText::setRotation(double angle) {
-    assertWriteEnabled();
-    m_fields.rotation = angle;
-    return Acad::eOk;
-}
+Acad::ErrorStatus AcDbText::setRotation(double angle) { return setField(*this, m_fields.rotation, angle); }
 
-double AcDbText::oblique() const {
-    assertReadEnabled();
-    return m_fields.oblique;
-}
+double AcDbText::oblique() const { return readField(*this, m_fields.oblique); }
 
-Acad::ErrorStatus AcDbText::setOblique(double angle) {
-    assertWriteEnabled();
-    m_fields.oblique = angle;
-    return Acad::eOk;
-}
+Acad::ErrorStatus AcDbText::setOblique(double angle) { return setField(*this, m_fields.oblique, angle); }
 
-double AcDbText::thickness() const {
-    assertReadEnabled();
-    return m_fields.thickness;
-}
+double AcDbText::thickness() const { return readField(*this, m_fields.thickness); }
 
 Acad::ErrorStatus AcDbText::setThickness(double thickness) {
-    assertWriteEnabled();
-    m_fields.thickness = thickness;
-    return Acad::eOk;
+    return setField(*this, m_fields.thickness, thickness);
 }
 
-AcGeVector3d AcDbText::normal() const {
-    assertReadEnabled();
-    return m_fields.normal;
-}
+AcGeVector3d AcDbText::normal() const { return readField(*this, m_fields.normal); }
 
 Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength())

@@ -47,32 +47,17 @@ AcDb::Vertex2dType AcDb2dVertex::vertexType() const {
                            : AcDb::k2dVertex;
 }
 
-AcGePoint3d AcDb2dVertex::position() const {
-    assertReadEnabled();
-    return m_position;
-}
+AcGePoint3d AcDb2dVertex::position() const { return readField(*this, m_position); }
 
 Acad::ErrorStatus AcDb2dVertex::setPosition(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_position = point;
-    return Acad::eOk;
+    return setField(*this, m_position, point);
 }
 
-double AcDb2dVertex::bulge() const {
-    assertReadEnabled();
-    return m_fields.bulge;
-}
+double AcDb2dVertex::bulge() const { return readField(*this, m_fields.bulge); }
 
-Acad::ErrorStatus AcDb2dVertex::setBulge(double bulge) {
-    assertWriteEnabled();
-    m_fields.bulge = bulge;
-    return Acad::eOk;
-}
+Acad::ErrorStatus AcDb2dVertex::setBulge(double bulge) { return setField(*this, m_fields.bulge, bulge); }
 
-double AcDb2dVertex::startWidth() const {
-    assertReadEnabled();
-    return m_fields.startWidth;
-}
+double AcDb2dVertex::startWidth() const { return readField(*this, m_fields.startWidth); }
 
 Acad::ErrorStatus AcDb2dVertex::setStartWidth(double width) {
     if (!(width >= 0.0))
@@ -83,10 +68,7 @@ Acad::ErrorStatus AcDb2dVertex::setStartWidth(double width) {
     return Acad::eOk;
 }
 
-double AcDb2dVertex::endWidth() const {
-    assertReadEnabled();
-    return m_fields.endWidth;
-}
+double AcDb2dVertex::endWidth() const { return readField(*this, m_fields.endWidth); }
 
 Acad::ErrorStatus AcDb2dVertex::setEndWidth(double width) {
     if (!(width >= 0.0))
@@ -97,15 +79,10 @@ Acad::ErrorStatus AcDb2dVertex::setEndWidth(double width) {
     return Acad::eOk;
 }
 
-double AcDb2dVertex::tangent() const {
-    assertReadEnabled();
-    return m_fields.tangent;
-}
+double AcDb2dVertex::tangent() const { return readField(*this, m_fields.tangent); }
 
 Acad::ErrorStatus AcDb2dVertex::setTangent(double tangent) {
-    assertWriteEnabled();
-    m_fields.tangent = tangent;
-    return Acad::eOk;
+    return setField(*this, m_fields.tangent, tangent);
 }
 
 bool AcDb2dVertex::isTangentUsed() const {
@@ -114,9 +91,7 @@ bool AcDb2dVertex::isTangentUsed() const {
 }
 
 Acad::ErrorStatus AcDb2dVertex::setFlag(Adesk::UInt8 flag, bool on) {
-    assertWriteEnabled();
-    m_flags = static_cast<Adesk::UInt8>((m_flags & ~flag) | (on ? flag : 0));
-    return Acad::eOk;
+    return setField(*this, m_flags, static_cast<Adesk::UInt8>((m_flags & ~flag) | (on ? flag : 0)));
 }
 
 Acad::ErrorStatus AcDb2dVertex::useTangent() { return setFlag(kTangentFlag, true); }
@@ -141,8 +116,7 @@ Acad::ErrorStatus AcDb2dVertex::subGetGeomExtents(AcDbExtents& extents) const {
 Acad::ErrorStatus AcDb2dVertex::dwgOutFields(AcDbDwgFiler* filer) const {
     return writeFields(filer, AcDbVertex::dwgOutFields(filer), [this](FieldWriter& out) {
         const Fields& f = m_fields;
-        const bool inOne =
-            out.toFile() && !f.filedApart && f.startWidth == f.endWidth && f.startWidth > 0.0;
+        const bool inOne = out.toFile() && !f.filedApart && f.startWidth == f.endWidth && f.startWidth > 0.0;
         out.byte(m_flags);
         out.point(m_position);
         out.real(inOne ? -f.startWidth : f.startWidth);
@@ -195,15 +169,10 @@ AcDb::Vertex3dType AcDb3dPolylineVertex::vertexType() const {
                            : AcDb::k3dSimpleVertex;
 }
 
-AcGePoint3d AcDb3dPolylineVertex::position() const {
-    assertReadEnabled();
-    return m_position;
-}
+AcGePoint3d AcDb3dPolylineVertex::position() const { return readField(*this, m_position); }
 
 Acad::ErrorStatus AcDb3dPolylineVertex::setPosition(const AcGePoint3d& point) {
-    assertWriteEnabled();
-    m_position = point;
-    return Acad::eOk;
+    return setField(*this, m_position, point);
 }
 
 Acad::ErrorStatus AcDb3dPolylineVertex::subTransformBy(const AcGeMatrix3d& xform) {

@@ -61,5 +61,16 @@ protected:
                                         const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
                                         const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
                                         AcDbIntArray& geomIds) const override;
+    // Between curves of lines and arcs: points on this curve, along it, each once. Lengthened are a line
+    // without end, an arc to its whole circle, an open polyline at its first and last segment. What runs
+    // along each other meets at the ends of the common stretch. Seen in a plane, round pieces may be
+    // ellipses. eOk also for no points; markers are looked at by nobody; eNotImplementedYet for all others.
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                       AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker,
+                                       Adesk::GsMarker otherGsMarker) const override;
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                       const AcGePlane& projPlane, AcGePoint3dArray& points,
+                                       Adesk::GsMarker thisGsMarker,
+                                       Adesk::GsMarker otherGsMarker) const override;
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override;
 };

@@ -161,6 +161,25 @@ public:
     Acad::ErrorStatus wblockClone(AcRxObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,
                                   Adesk::Boolean isPrimary = true) const;
 
+    // Needs write. Makes this object and another one of its database change ids and handles: who refers to
+    // the one finds the other from then on. Place and persistent reactors stay with the ids; extended data
+    // and extension dictionary only if it is asked for. The other one may be open for write, and then goes on
+    // being so under its new id. eOk; eNoDatabase if either is in none; eWrongDatabase; eWasErased or
+    // ePermanentlyErased, eWasOpenForRead or eWasOpenForNotify, and the status of loading, of the other one;
+    // eNotApplicable for records of tables, for an entity and what is none, and where one is a proxy or of a
+    // kind that the host has no code for. It is undone as one change.
+    Acad::ErrorStatus swapIdWith(AcDbObjectId otherId, Adesk::Boolean swapXdata = false,
+                                 Adesk::Boolean swapExtDict = false);
+    // Needs write. Puts an object that is in no database into this one's place: it gets id, handle, owner and
+    // reactors, and extended data and extension dictionary as asked; an entity without a layer gets this
+    // one's settings. It is open for write then, and to be closed. What this object owned beside is erased.
+    // eOk: the history keeps this object, which must not be touched any more; eObjectToBeDeleted, where
+    // nothing is recorded: it is the caller's to delete. Nothing has changed after eNullObjectPointer for
+    // null, and eIllegalReplacement if this object is in no database, the other one is in one, one is an
+    // entity and the other none, or either is a table's record.
+    Acad::ErrorStatus handOverTo(AcDbObject* newObject, Adesk::Boolean keepXData = true,
+                                 Adesk::Boolean keepExtDict = true);
+
     // Closes the object and gives the changes of this opening up. eOk; eNoDatabase; eNotApplicable, with the
     // object still open, for one that was made, erased or brought back in this opening, that a transaction
     // holds, or whose old state was not taken down in it.

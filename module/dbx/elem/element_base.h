@@ -4,12 +4,14 @@
 #include "dbx/doc/database_element_base.h"
 #include "dbx/elem/ObjectProperties.h"
 #include "dbx/elem/const_vector_iterator.h"
+#include "dbx/elem/element_log_access.h"
 #include "orvshape/grip_manager.h"
 #include "property_tree/property_tree.h"
 
 #include "acdb.h"
 #include "dbid.h"
 
+#include <boost/container/deque.hpp>
 #include <boost/function.hpp>
 #include <boost/noncopyable.hpp>
 #include <boost/shared_ptr.hpp>
@@ -61,7 +63,8 @@ public:
     class IPlugin;
     struct ProxyPlugin;
     using Plugins = std::deque<boost::shared_ptr<IPlugin>>;
-    using UnknownPlugins = std::deque<std::pair<std::string, boost::shared_ptr<ProxyPlugin>>>;
+    // This deque takes no memory while it is empty, which it nearly always is.
+    using UnknownPlugins = boost::container::deque<std::pair<std::string, boost::shared_ptr<ProxyPlugin>>>;
     using GripFilter = boost::function<bool(const AcGePoint3d&)>;
 
     static constexpr std::int32_t kVersion = 6; // of the stream that dwgOutFields writes
@@ -183,6 +186,7 @@ protected:
 private:
     friend class ElementReader;
     friend class ElementWriter;
+    friend const ElementLog* logOf(const ElementBase& element);
 
     bool save(serialization::IOutArchive& archive) const;
     bool load(serialization::IInArchive& archive, unsigned int version);
@@ -201,7 +205,7 @@ private:
     boost::shared_ptr<ElementLog> m_log;
     UnknownPlugins m_unknownPlugins;
     AcDbObject* m_host;
-    std::deque<GripFilter> m_gripFilters;
+    boost::container::deque<GripFilter> m_gripFilters;
 
     static ElementBasePE* s_protExt;
 };

@@ -33,12 +33,15 @@ constexpr unsigned int kHasOldFlag = 1;
 
 } // namespace
 
-// What a stream holds of a plugin ahead of its properties.
+// What a stream holds of a plugin ahead of its properties. The ids go straight into the lists of the archive
+// that the plugin will read from.
 struct ElementReader::Record {
+    Record(const AcString& id, const boost::shared_ptr<Blob>& block)
+        : pluginId(id), data(block), archive(block->data(), block->size()) {}
+
     AcString pluginId;
     boost::shared_ptr<Blob> data;
-    std::deque<AcDbObjectId> softIds;
-    std::deque<AcDbObjectId> hardIds;
+    serialization::BinaryInArchive archive;
 };
 
 void ElementReader::read() {
@@ -54,7 +57,8 @@ void ElementReader::read() {
     if (m_version >= kHasOwnData)
         readOwnData();
     ORV_ASSERT_STATUS(dwgInProperties(m_filer, m_element.setProperties()));
-    readTree(m_element.properties(AcDb::kForWrite));
+    if (m_version >= kHasTrees)
+        ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, m_element.properties(AcDb::kForWrite)));
     readLog();
     readMagic();
 }
@@ -79,16 +83,7 @@ void ElementReader::readPlugins() {
 }
 
 void ElementReader::readPlugin() {
-    Record record = readRecord();
-    if (const boost::shared_ptr<ElementBase::IPlugin> plugin = createPlugin(record))
-        readLivingPlugin(plugin, record);
-    else
-        keepUnknownPlugin(record);
-}
-
-ElementReader::Record ElementReader::readRecord() {
-    Record record;
-    AcString& pluginId = record.pluginId;
+    AcString pluginId;
     ORV_ASSERT_STATUS(m_filer.readString(pluginId));
     ORV_ASSERT(pluginId.isAscii() && !pluginId.isEmpty());
     ORV_ASSERT(pluginId.kszPtr());
@@ -97,36 +92,35 @@ ElementReader::Record ElementReader::readRecord() {
     // clang-format off
     ORV_ASSERT(pluginDataSize <= (1024*10)).debug("Sanity check. Maximum of 10K data per plugin!");
     // clang-format on
-    record.data = readBlock(pluginDataSize);
+    Record record(pluginId, readBlock(pluginDataSize));
     if (m_version >= kHasIdLists) {
-        record.softIds = readSoftIds();
-        record.hardIds = readHardIds();
+        readSoftIds(record.archive);
+        readHardIds(record.archive);
     }
-    return record;
+    if (const boost::shared_ptr<ElementBase::IPlugin> plugin = createPlugin(record))
+        readLivingPlugin(plugin, record);
+    else
+        keepUnknownPlugin(record);
 }
 
-std::deque<AcDbObjectId> ElementReader::readSoftIds() {
-    std::deque<AcDbObjectId> ids;
+void ElementReader::readSoftIds(serialization::BinaryInArchive& archive) {
     Adesk::UInt32 count = 0;
     ORV_ASSERT_STATUS(m_filer.readUInt32(&count));
     for (Adesk::UInt32 i = 0; i < count; ++i) {
         AcDbSoftPointerId id;
         ORV_ASSERT_STATUS(m_filer.readSoftPointerId(&id));
-        ids.push_back(id);
+        archive.softPointers().push_back(id);
     }
-    return ids;
 }
 
-std::deque<AcDbObjectId> ElementReader::readHardIds() {
-    std::deque<AcDbObjectId> ids;
+void ElementReader::readHardIds(serialization::BinaryInArchive& archive) {
     Adesk::UInt32 count = 0;
     ORV_ASSERT_STATUS(m_filer.readUInt32(&count));
     for (Adesk::UInt32 i = 0; i < count; ++i) {
         AcDbHardPointerId id;
         ORV_ASSERT_STATUS(m_filer.readHardPointerId(&id));
-        ids.push_back(id);
+        archive.hardPointers().push_back(id);
     }
-    return ids;
 }
 
 boost::shared_ptr<ElementBase::IPlugin> ElementReader::createPlugin(const Record& record) const {
@@ -143,31 +137,25 @@ boost::shared_ptr<ElementBase::IPlugin> ElementReader::createPlugin(const Record
 
 void ElementReader::readLivingPlugin(const boost::shared_ptr<ElementBase::IPlugin>& plugin, Record& record) {
     plugin->setOwner(&m_element);
-    serialization::BinaryInArchive archive(record.data->data(), record.data->size());
-    archive.softPointers().swap(record.softIds);
-    archive.hardPointers().swap(record.hardIds);
-    if (!plugin->load(archive, m_version)) {
+    if (!plugin->load(record.archive, m_version)) {
         acutPrintf(L"Warning: Failed to de-serialize plugin: %s!\n", record.pluginId.kACharPtr());
         throw status::kMakeProxy;
     }
     ORV_ASSERT_STATUS(dwgInProperties(m_filer, plugin->setProperties()));
-    readTree(plugin->properties(AcDb::kForWrite));
+    if (m_version >= kHasTrees)
+        ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, plugin->properties(AcDb::kForWrite)));
     m_element.m_plugins.push_back(plugin);
 }
 
 void ElementReader::keepUnknownPlugin(Record& record) {
     auto plugin = boost::make_shared<ElementBase::ProxyPlugin>();
     plugin->m_data = record.data;
-    plugin->m_softIds.swap(record.softIds);
-    plugin->m_hardIds.swap(record.hardIds);
+    plugin->m_softIds.swap(record.archive.softPointers());
+    plugin->m_hardIds.swap(record.archive.hardPointers());
     ORV_ASSERT_STATUS(dwgInProperties(m_filer, plugin->m_properties));
-    readTree(plugin->m_tree);
-    m_element.m_unknownPlugins.emplace_back(record.pluginId.utf8(), plugin);
-}
-
-void ElementReader::readTree(PropertyTree& tree) {
     if (m_version >= kHasTrees)
-        ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, tree));
+        ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, plugin->m_tree));
+    m_element.m_unknownPlugins.emplace_back(record.pluginId.utf8(), plugin);
 }
 
 void ElementReader::readLink() {

@@ -8,7 +8,10 @@ class AcString;
 
 namespace orv {
 class Blob;
+namespace serialization {
+class BinaryInArchive;
 }
+} // namespace orv
 
 namespace orv::elem {
 
@@ -27,13 +30,11 @@ private:
     void readVersion();
     void readPlugins();
     void readPlugin();
-    Record readRecord();
-    std::deque<AcDbObjectId> readSoftIds();
-    std::deque<AcDbObjectId> readHardIds();
+    void readSoftIds(serialization::BinaryInArchive& archive);
+    void readHardIds(serialization::BinaryInArchive& archive);
     boost::shared_ptr<ElementBase::IPlugin> createPlugin(const Record& record) const;
     void readLivingPlugin(const boost::shared_ptr<ElementBase::IPlugin>& plugin, Record& record);
     void keepUnknownPlugin(Record& record);
-    void readTree(PropertyTree& tree);
     void readLink();
     void readOwnData();
     void readLog();

@@ -45,6 +45,9 @@ AcDbObject* openConnected(ORV_CDBTransactionManager& transaction, const AcDbObje
     return object;
 }
 
+// What a connected entity needs so that it shows the element as it is now.
+void requestDrawing(AcDbEntity& entity) { entity.recordGraphicsModified(true); }
+
 AcDbDatabase* databaseOf(ElementBase& element) { return element.acdb_id().database(); }
 
 } // namespace
@@ -133,7 +136,7 @@ void Plugin_ConnectedElements::recordGraphicsModifiedForAll() {
     const Ids ids = m_ids;
     for (const AcDbObjectId& id : ids)
         if (AcDbEntity* const entity = AcDbEntity::cast(openConnected(transaction, id)))
-            entity->recordGraphicsModified(true);
+            requestDrawing(*entity);
 }
 
 void Plugin_ConnectedElements::assertWriteEnabledForAll() {

@@ -48,10 +48,10 @@ protected:
     // False for data of a newer version, of which nothing is taken, and for a wrong end. What the archive
     // throws passes through, with what was read before it taken.
     bool onLoad(serialization::IInArchive& archive, unsigned int elementVersion) override;
-    // Needs an owner; without one reported, and false. Sets group, number and name from what onSave put there
-    // and the text form of a storage made an `unsigned int` of: a group that is an `int`, or missing, becomes
-    // the highest number. What else is missing becomes 0 or empty. True. Write;
-    // TypeMismatchException if the element's group is no `unsigned int`.
+    // Needs an owner; without one reported, and false. Sets the element's group, number and name. The group
+    // is taken from an `unsigned int` alone, which the text form of a storage yields; onSave puts an `int`.
+    // What is missing becomes 0 or empty, the group the highest number. True. Write; TypeMismatchException if
+    // the element's group is no `unsigned int`.
     bool onLoad(const KeyValueStorage& storage) override;
 
 public:

@@ -4,6 +4,7 @@ set(SOURCES
   bimid.cpp
   element_base.cpp
   element_log.cpp
+  element_log_access.cpp
   element_log_filing.cpp
   element_reader.cpp
   element_triggers.cpp

@@ -9,9 +9,12 @@
 #include "dbmain.h"
 #include "dbsymtb.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
-#include <set>
+#include <memory_resource>
+#include <utility>
+#include <vector>
 
 namespace orv::numbering {
 
@@ -46,7 +49,7 @@ bool isPassedOver(const AcDbObjectId& id, bool withErased) {
 // The entities of a class in the working drawing's model space, those of derived classes with `withDerived`.
 // One that cannot be opened is left out. The status of the last opening; eOk after an exception, with what
 // was found until then.
-Acad::ErrorStatus scanModelSpace(std::set<AcDbObjectId>& found, const AcRxClass* cls, bool withDerived,
+Acad::ErrorStatus scanModelSpace(std::vector<AcDbObjectId>& found, const AcRxClass* cls, bool withDerived,
                                  bool withErased) {
     try {
         ORV_CDBTransactionManager manager(nullptr, false);
@@ -67,7 +70,7 @@ Acad::ErrorStatus scanModelSpace(std::set<AcDbObjectId>& found, const AcRxClass*
             AcDbObject* entity = nullptr;
             es = manager.getObject(entity, id, AcDb::kForRead, false, true);
             if (es == Acad::eOk && (withDerived ? entity->isKindOf(cls) : entity->isA() == cls))
-                found.insert(found.end(), id); // most drawings list their entities in the order of ids
+                found.push_back(id);
         }
         return es;
     }
@@ -84,17 +87,28 @@ int successor(int no) { return static_cast<int>(static_cast<unsigned int>(no) + 
 struct NumberingBucket::Impl {
     void enter(const AcDbObjectId& id, int no);
 
-    std::map<AcDbObjectId, int> id2no;
-    std::map<int, AcDbObjectId> no2id;
+    // Entries never leave, so their memory goes with the table, all at once.
+    std::pmr::monotonic_buffer_resource memory;
+    std::pmr::map<AcDbObjectId, int> id2no{&memory};
+    std::pmr::map<int, AcDbObjectId> no2id{&memory};
 };
+
+// As insert. Most entries come in ascending order, which costs no search this way.
+template <class Map>
+std::pair<typename Map::iterator, bool> enterInto(Map& map, const typename Map::key_type& key,
+                                                  const typename Map::mapped_type& value) {
+    const std::size_t before = map.size();
+    const auto at = map.emplace_hint(map.end(), key, value);
+    return {at, map.size() != before};
+}
 
 void NumberingBucket::Impl::enter(const AcDbObjectId& id, int no) {
     {
-        const auto ok = id2no.emplace(id, no);
+        const auto ok = enterInto(id2no, id, no);
         ORV_ASSERT(ok.second == true);
     }
     {
-        const auto ok = no2id.emplace(no, id);
+        const auto ok = enterInto(no2id, no, id);
         ORV_ASSERT(ok.second == true);
     }
 }
@@ -106,8 +120,13 @@ NumberingBucket::~NumberingBucket() = default;
 
 std::tr1::shared_ptr<NumberingBucket> NumberingBucket::acquire(AcDbDatabase*, Callback callback) {
     const std::tr1::shared_ptr<NumberingBucket> bucket(new NumberingBucket);
-    std::set<AcDbObjectId> entities;
+    // A space lists an entity once, and most list them in the order of ids: a set would cost more than the
+    // scan.
+    std::vector<AcDbObjectId> entities;
     scanModelSpace(entities, AcDbEntity::desc(), true, false);
+    if (!std::is_sorted(entities.begin(), entities.end()))
+        std::sort(entities.begin(), entities.end());
+    entities.erase(std::unique(entities.begin(), entities.end()), entities.end());
     for (const AcDbObjectId& id : entities)
         if (const boost::optional<int> no = callback(id))
             bucket->m_impl->enter(id, *no);

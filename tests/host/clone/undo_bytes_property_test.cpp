@@ -1,10 +1,10 @@
 #include "clone_fixture.h"
 
 #include "dbents.h"
-#include "embedded/host_start.h"
 #include "entities/line.h"
 #include "gemat3d.h"
 #include "rxclass.h"
+#include "rxdict.h"
 
 #include <rapidcheck/gtest.h>
 

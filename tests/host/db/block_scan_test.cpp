@@ -1,12 +1,15 @@
-#include "dbproxy.h"
 #include "dbsymtb.h"
 #include "dbtrans.h"
+#include "dbxrecrd.h"
+#include "embedded/session.h"
 #include "entities/line.h"
-#include "symbol_fixture.h"
 
-#include "db/stub.h"
+#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <memory>
+#include <vector>
 
 namespace {
 

@@ -62,10 +62,10 @@ TEST(ObjectEnvelope, AnEntityComesApartAndTogetherBitByBit) {
     ASSERT_EQ(read.extendedData.size(), 1u);
     EXPECT_EQ(read.extendedData[0].bytes, (Bytes{9, 8, 7, 6}));
     EXPECT_EQ(parts.dataEnd - parts.dataBegin, 5u);
-    EXPECT_EQ(parts.handlesEnd - parts.handlesBegin, 16u);
-    EXPECT_EQ(
-        writeObject(read, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin, parts.handlesEnd),
-        body);
+    const std::size_t handlesEnd = endOfHandles(body, parts);
+    EXPECT_EQ(handlesEnd - parts.handlesBegin, 16u);
+    EXPECT_EQ(writeObject(read, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin, handlesEnd),
+              body);
 }
 
 TEST(ObjectEnvelope, AChangedCommonPartLeavesTheObjectsOwnBits) {
@@ -79,7 +79,7 @@ TEST(ObjectEnvelope, AChangedCommonPartLeavesTheObjectsOwnBits) {
     changed.entity.layer = HandleReference(kHardPointer, 0x7777);
     changed.entity.linetypeBits = 0;
     const Bytes made = writeObject(changed, body, parts.dataBegin, parts.dataEnd, body, parts.handlesBegin,
-                                   parts.handlesEnd);
+                                   endOfHandles(body, parts));
     ObjectParts again;
     ASSERT_TRUE(readEnvelope(made, true, again, why));
     EXPECT_EQ(again.envelope.entity.layer.value, 0x7777u);
@@ -87,7 +87,7 @@ TEST(ObjectEnvelope, AChangedCommonPartLeavesTheObjectsOwnBits) {
     BitReader data(made, again.dataBegin, again.dataEnd);
     EXPECT_EQ(data.take(5), 0x16u);
     EXPECT_EQ(data.left(), 0u);
-    BitReader handles(made, again.handlesBegin, again.handlesEnd);
+    BitReader handles(made, again.handlesBegin, endOfHandles(made, again));
     EXPECT_EQ(handles.handle().value, 0x44u);
 }
 
@@ -148,8 +148,8 @@ TEST(ObjectEnvelope, EverySingleDamagedBitIsRefusedOrStaysInside) {
             continue;
         EXPECT_LE(parts.dataBegin, parts.dataEnd);
         EXPECT_LE(parts.dataEnd, parts.handlesBegin);
-        EXPECT_LE(parts.handlesBegin, parts.handlesEnd);
-        EXPECT_LE(parts.handlesEnd, damaged.size() * 8);
+        EXPECT_LE(parts.handlesBegin, endOfHandles(damaged, parts));
+        EXPECT_LE(endOfHandles(damaged, parts), damaged.size() * 8);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "dbidmap.h"
 #include "embedded/display_list.h"
 #include "entity_fixture.h"
 #include "rxclass.h"
@@ -198,6 +199,40 @@ TEST_P(RealEntities, ErasingAReferenceTakesItsAttributesOutOfTheFile) {
     EXPECT_EQ(gone.empty(), std::string(GetParam()) != "sample");
     AcDbDatabase again(false);
     EXPECT_EQ(again.readDwgFile(path(L"saved.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+}
+
+TEST_P(RealEntities, PolylinesGoIntoAnotherDrawingWithTheirVertices) {
+    std::size_t count = 0;
+    for (const AcDbObjectId& id : idsOf({{L"POLYLINE_3D", nullptr}, {L"POLYLINE_2D", nullptr}})) {
+        AcDbDatabase target(true);
+        AcDbIdMapping mapping;
+        AcDbObjectIdArray ids;
+        ids.append(id);
+        ASSERT_EQ(
+            m_database->wblockCloneObjects(ids, target.core().roots.modelSpace, mapping, AcDb::kDrcIgnore),
+            Acad::eOk);
+        AcDbIdPair pair(id, AcDbObjectId(), true);
+        ASSERT_TRUE(mapping.compute(pair));
+        ASSERT_EQ(target.saveAs(path(L"target.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        AcDbDatabase again(false);
+        ASSERT_EQ(again.readDwgFile(path(L"target.dwg").c_str()), Acad::eOk) << embedded::lastFileError();
+        AcDbObjectId copy;
+        ASSERT_EQ(again.getAcDbObjectId(copy, false, pair.value().handle()), Acad::eOk);
+        AcGePoint3dArray grips[2];
+        AcDbIntArray modes, numbers;
+        for (int i = 0; i < 2; ++i) {
+            AcDbEntity* entity = nullptr;
+            ASSERT_EQ(acdbOpenAcDbEntity(entity, i == 0 ? id : copy, AcDb::kForRead), Acad::eOk);
+            EXPECT_EQ(entity->getGripPoints(grips[i], modes, numbers), Acad::eOk);
+            entity->close();
+        }
+        ASSERT_EQ(grips[0].length(), grips[1].length());
+        EXPECT_GE(grips[0].length(), 2);
+        for (int i = 0; i < grips[0].length(); ++i)
+            expectNear(grips[1][i], grips[0][i], 0.0);
+        ++count;
+    }
+    EXPECT_EQ(count != 0, std::string(GetParam()) == "sample");
 }
 
 INSTANTIATE_TEST_SUITE_P(Drawings, RealEntities, testing::Values("small", "leader", "sample"));

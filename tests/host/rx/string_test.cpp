@@ -73,6 +73,37 @@ TEST(AcStringTest, Utf8) {
     EXPECT_EQ(AcString(L"gr\u00FCn").utf8(), "gr\xC3\xBCn");
 }
 
+TEST(AcStringTest, NarrowTextIsThatOfTheSystem) {
+    EXPECT_STREQ(AcString().kszPtr(), "");
+    EXPECT_STREQ(AcString(L"orv.base").kszPtr(), "orv.base");
+#if !defined(_WIN32)
+    EXPECT_STREQ(AcString(L"gr\u00FCn \U0001F600").kszPtr(), "gr\xC3\xBCn \xF0\x9F\x98\x80");
+#endif
+    // It follows the text.
+    AcString text(L"a");
+    EXPECT_STREQ(text.kszPtr(), "a");
+    text += L"b";
+    EXPECT_STREQ(text.kszPtr(), "ab");
+}
+
+TEST(AcStringTest, HalfACharacterHasNoNarrowForm) {
+    const ACHAR high = static_cast<ACHAR>(0xD83D);
+    const ACHAR low = static_cast<ACHAR>(0xDE00);
+    EXPECT_EQ(AcString(high, 1).kszPtr(), nullptr);
+    EXPECT_EQ(AcString(low, 1).kszPtr(), nullptr);
+    EXPECT_EQ((AcString(L"a") += high).append(L"b").kszPtr(), nullptr);
+    AcString turned(low, 1);
+    turned += high;
+    EXPECT_EQ(turned.kszPtr(), nullptr);
+}
+
+TEST(AcStringTest, AsciiEndsAt127) {
+    EXPECT_TRUE(AcString().isAscii());
+    EXPECT_TRUE(AcString(L"orv.base\x7f\x01").isAscii());
+    EXPECT_FALSE(AcString(L"a\u0080").isAscii());
+    EXPECT_FALSE(AcString(L"\u4E2D").isAscii());
+}
+
 TEST(HostMemory, StringsAreCopiedAndGivenBack) {
     ACHAR* copy = acutNewString(L"text");
     EXPECT_STREQ(copy, L"text");

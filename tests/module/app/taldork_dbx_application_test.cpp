@@ -1,6 +1,7 @@
 #include "app/taldork_dbx_application.h"
 
 #include "app/class_table.h"
+#include "dbx/NamedSelection.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
 #include "embedded/classes.h"
@@ -94,6 +95,14 @@ TEST(TaldorkApplication, RegistersItsClassesInOrderUnderOneDxfName) {
     expectClass(orv::ORV_CdbRecord::desc(), L"ORV_CdbRecord", L"ORV_CDBRECORD");
 }
 
+TEST(TaldorkApplication, RegistersNamedSelectionsBetweenTheRecordsAndTheOlderSystem) {
+    Taldork_DBX_Application::instance().registerClasses(nullptr);
+    expectClass(orv::ORV_NamedSelection::desc(), L"ORV_NamedSelection", L"ORV_NAMED_SELECTION");
+    EXPECT_STREQ(orv::kRegisteredClasses[orv::kRegisteredClassCount - 2].row->className,
+                 L"ORV_NamedSelection");
+    EXPECT_STREQ(orv::kRegisteredClasses[orv::kRegisteredClassCount - 1].row->className, L"ORV_CCSysPar");
+}
+
 TEST(TaldorkApplication, BuildsTheHierarchyOnceAfterTheLastClass) {
     const unsigned before = embedded::rx::hierarchyBuilds();
     Taldork_DBX_Application::instance().registerClasses(nullptr);
@@ -107,6 +116,7 @@ TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) 
             static_cast<AcRxClass*>(acrxClassDictionary->at(orv::kRegisteredClasses[i].row->className)));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CObjCdbRecord"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CdbRecord"));
+    ASSERT_FALSE(acrxClassDictionary->has(L"ORV_NamedSelection"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CCSysPar"));
 
     const unsigned before = embedded::rx::hierarchyBuilds();
@@ -114,13 +124,14 @@ TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) 
         LookupRecorder lookups;
         EXPECT_EQ(Taldork_DBX_Application::instance().registerClasses(nullptr), AcRx::kRetOK);
         // Each class looks for its own name when it is entered.
-        EXPECT_EQ(lookups.names(),
-                  (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord", L"ORV_CCSysPar"}));
-        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before, before}));
+        EXPECT_EQ(lookups.names(), (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord",
+                                                              L"ORV_NamedSelection", L"ORV_CCSysPar"}));
+        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before, before, before}));
     }
     EXPECT_EQ(embedded::rx::hierarchyBuilds(), before + 1);
     EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CObjCdbRecord"), acrxClassDictionary->idAt(L"ORV_CdbRecord"));
-    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CdbRecord"), acrxClassDictionary->idAt(L"ORV_CCSysPar"));
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CdbRecord"), acrxClassDictionary->idAt(L"ORV_NamedSelection"));
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_NamedSelection"), acrxClassDictionary->idAt(L"ORV_CCSysPar"));
 }
 
 TEST(TaldorkApplication, ClassesThatAreKnownAreNotEnteredAgain) {

@@ -153,6 +153,29 @@ TEST(Blob, ADamagedSizeTakesNoMoreMemoryThanTheStreamCouldFill) {
     EXPECT_LE(blob.size(), std::size_t{16} << 20);
 }
 
+TEST(Blob, ReadsBytesWhoseNumberIsKnown) {
+    RecordingFiler filer;
+    filer.feedBytes("abc");
+    Blob blob = blobOf("what was there before");
+    EXPECT_EQ(blob.dwgInBytes(&filer, 3), Acad::eOk);
+    EXPECT_EQ(textOf(blob), "abc");
+    EXPECT_EQ(filer.calls, Texts{"readBytes 3"});
+    EXPECT_EQ(blob.dwgInBytes(&filer, 0), Acad::eOk);
+    EXPECT_TRUE(blob.is_empty());
+    EXPECT_EQ(filer.calls.size(), 1u);
+}
+
+TEST(Blob, ReadingBytesWhoseNumberIsKnownFailsWithTheFiler) {
+    ReportRecorder recorder;
+    const std::vector<std::uint8_t> bytes = {1, 2, 3};
+    embedded::MemoryFiler filer(AcDb::kCopyFiler, bytes.data(), bytes.size());
+    Blob blob;
+    EXPECT_EQ(blob.dwgInBytes(&filer, 4), Acad::eEndOfObject);
+    EXPECT_EQ(recorder.conditions(), Texts{"es == es2"});
+    EXPECT_EQ(blob.dwgInBytes(&filer, 0xffffffff), Acad::eEndOfObject);
+    EXPECT_LE(blob.size(), std::size_t{16} << 20);
+}
+
 TEST(Blob, LargeContentComesBackWhole) {
     Blob large;
     large.resize((std::size_t{16} << 20) * 3 + 5);

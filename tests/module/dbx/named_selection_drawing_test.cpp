@@ -224,9 +224,9 @@ TEST_F(NamedSelectionDrawing, ACloneInTheSameDrawingSelectsClonesAndWhatWasNotCl
     expectSelection(cloneOf(mapping, id), {cloneOf(mapping, a), b}, {c}, {L"n"});
 }
 
-// The list of objects ends at the first null id, and an object that stays behind is null in the other
-// drawing.
-TEST_F(NamedSelectionDrawing, ACloneInAnotherDrawingWithoutItsObjectsFailsCleanlyOrIsEmpty) {
+// What stays behind is null in the other drawing, and a null id ends the list of objects: the rest is no
+// selection any more.
+TEST_F(NamedSelectionDrawing, ACloneInAnotherDrawingWithoutItsObjectsIsRefused) {
     ReportRecorder reports;
     const AcDbObjectId id = put({a, b}, {}, {L"n"});
     AcDbDatabase target(true);
@@ -234,5 +234,6 @@ TEST_F(NamedSelectionDrawing, ACloneInAnotherDrawingWithoutItsObjectsFailsCleanl
     EXPECT_EQ(
         m_db.wblockCloneObjects(arrayOf({id}), target.namedObjectsDictionaryId(), mapping, AcDb::kDrcIgnore),
         Acad::eEndOfObject);
+    EXPECT_TRUE(selectionIn(target).isNull());
     expectSelection(id, {a, b}, {}, {L"n"});
 }

@@ -66,6 +66,14 @@ private:
     ORV_NamedSelection m_other;
 };
 
+// An id as the memory filer has it: where it points, in eight bytes.
+Bytes bytesOf(const AcDbObjectId& id) {
+    const auto number = static_cast<std::uint64_t>(id.asOldId());
+    Bytes bytes(sizeof number);
+    std::memcpy(bytes.data(), &number, sizeof number);
+    return bytes;
+}
+
 // The place of a virtual operation in the table of its class, as the compilers of these tests lay it out.
 template <class Operation>
 int slotNumber(Operation operation) {
@@ -260,6 +268,29 @@ TEST_F(NamedSelection, AFailureOfTheBaseEndsFiling) {
     EXPECT_EQ(read.dwgInFields(&in), Acad::eFilerError);
     EXPECT_EQ(m_reports.conditions(), Texts{"es == es2"});
     EXPECT_EQ(read.m_objects, Ids{c});
+}
+
+TEST_F(NamedSelection, ItsBytesAreThese) {
+    m_selection.m_objects = {a, b};
+    m_selection.m_members = {c};
+    m_selection.m_names = {L"n"};
+    Bytes expected = {3, 0, 0, 0};
+    const auto append = [&](const Bytes& more) { expected.insert(expected.end(), more.begin(), more.end()); };
+    append(bytesOf(a));
+    append(bytesOf(b));
+    append(Bytes(8, 0));
+    append({1, 0, 0, 0, 1, 0, 0, 0, 'n', 0, 1, 0, 0, 0});
+    append(bytesOf(c));
+    Bytes bytes;
+    embedded::MemoryFiler out(AcDb::kFileFiler, bytes);
+    EXPECT_EQ(m_selection.dwgOutFields(&out), Acad::eOk);
+    EXPECT_EQ(bytes, expected);
+    embedded::MemoryFiler in(AcDb::kFileFiler, expected.data(), expected.size());
+    ORV_NamedSelection read;
+    EXPECT_EQ(read.dwgInFields(&in), Acad::eOk);
+    EXPECT_EQ(read.m_objects, m_selection.m_objects);
+    EXPECT_EQ(read.m_names, m_selection.m_names);
+    EXPECT_EQ(read.m_members, m_selection.m_members);
 }
 
 TEST_F(NamedSelection, EveryPrefixOfTheBytesFailsAndTheWholeReads) {

@@ -12,7 +12,7 @@ class AcDbSequenceEnd;
 namespace embedded {
 class OwnedChain;
 struct ReferenceAccess;
-}
+} // namespace embedded
 
 // A block that is shown at a place. Owns its attributes: erasing it, or bringing it back, takes those along
 // that went with it.

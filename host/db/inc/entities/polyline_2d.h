@@ -6,12 +6,7 @@
 
 // The numbers are the interface's own.
 namespace AcDb {
-enum Poly2dType {
-    k2dSimplePoly = 0,
-    k2dFitCurvePoly = 1,
-    k2dQuadSplinePoly = 2,
-    k2dCubicSplinePoly = 3
-};
+enum Poly2dType { k2dSimplePoly = 0, k2dFitCurvePoly = 1, k2dQuadSplinePoly = 2, k2dCubicSplinePoly = 3 };
 } // namespace AcDb
 
 // The old kind of polyline in a plane: lines and arcs between vertices that are objects. Of one that is

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,12 +30,16 @@ const std::vector<AcDbDatabase*>& documents();
 // Makes a document the one that is worked in.
 void activateDocument(AcDbDatabase& database);
 
-// The editor's history: a command begins a step; undo and redo move whole steps, as the commands "U" and "REDO"
-// of aced.h. False if there is none, and from within an undo or redo of the same database.
+// The editor's history: a command begins a step; undo and redo move whole steps, as the commands "U" and
+// "REDO" of aced.h. False if there is none, and from within an undo or redo of the same database.
 void beginCommand(AcDbDatabase& database);
 bool undo(AcDbDatabase& database);
 bool redo(AcDbDatabase& database);
 bool undoRedoActive(const AcDbDatabase& database);
+// Does some work as a command of that name: begins a step, and tells the editor's reactors of start and end
+// (aced.h). `work` answers whether it was done; otherwise, and if it throws, the command has failed, and what
+// it changed until then stays. True if it was done.
+bool runCommand(AcDbDatabase& database, const std::wstring& name, const std::function<bool()>& work);
 // Forgets the history: what is erased is gone for good.
 void forgetHistory(AcDbDatabase& database);
 

@@ -15,9 +15,10 @@
 #define ORV_ASSERT_STATUS(call)                                                                              \
     do {                                                                                                     \
         const Acad::ErrorStatus errorStatus = (call);                                                        \
-        ::orv::checkErrorStatus(errorStatus, Acad::eOk, "errorStatus", __FILE__, __LINE__);                  \
-        if (errorStatus != Acad::eOk)                                                                        \
+        if (errorStatus != Acad::eOk) {                                                                      \
+            ::orv::checkErrorStatus(errorStatus, Acad::eOk, "errorStatus", __FILE__, __LINE__);              \
             throw errorStatus;                                                                               \
+        }                                                                                                    \
     } while (false)
 
 // For a call that may fail without harm: only a status that the host has no text for is reported.

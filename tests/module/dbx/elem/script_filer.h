@@ -30,6 +30,8 @@ public:
     std::size_t next = 0;
     int callCount = 0;
     bool failsOnce = false;
+    // Writes ids by their handles ("HardPointerId #2b"), which stay the same from file to file.
+    bool showsHandles = false;
 
     ScriptFiler() = default;
     explicit ScriptFiler(Lines script) : lines(std::move(script)) {}
@@ -168,9 +170,12 @@ private:
         std::istringstream(text) >> x >> y >> z;
         return es;
     }
-    static std::string textOf(const AcDbObjectId& id) {
+    std::string textOf(const AcDbObjectId& id) const {
         std::ostringstream text;
-        text << std::hex << id.asOldId();
+        if (showsHandles)
+            text << '#' << std::hex << static_cast<Adesk::UInt64>(id.handle());
+        else
+            text << std::hex << id.asOldId();
         return id.isNull() ? "null" : text.str();
     }
     static std::string textOf(std::initializer_list<double> numbers) {

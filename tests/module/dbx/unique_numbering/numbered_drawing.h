@@ -7,6 +7,7 @@
 #include "dbmain.h"
 #include "dbsymtb.h"
 
+#include <boost/optional/optional_io.hpp> // for failures to show
 #include <gtest/gtest.h>
 
 #include <map>

@@ -106,7 +106,7 @@ TEST(NumberingProperty, ABucketBehavesLikeTwoListsOfPairs) {
                 const int number = *rc::gen::inRange(0, 8);
                 RC_ASSERT(bucket->allocate(id, number) == model.allocate(element, number));
             } else {
-                RC_ASSERT(bucket->getOrCreateNo(id) == boost::optional<int>(model.getOrCreate(element)));
+                RC_ASSERT(bucket->getOrCreateNo(id).value() == model.getOrCreate(element));
             }
             RC_ASSERT(reports.size() == model.reports);
             expectSameTable(bucket, model, elements);

@@ -1,0 +1,127 @@
+#include "structure/section_plugin.h"
+
+#include "base/assert.h"
+#include "base/key_value_storage.h"
+#include "dbx/doc/system.h"
+#include "dbx/elem/plugin_registry.h"
+#include "dbx/in_archive.h"
+#include "dbx/out_archive.h"
+#include "orvcore/warn_on_new_version.h"
+#include "orvshape/acad_draw.h"
+#include "orvshape/element_contexts.h"
+#include "structure/element.h"
+
+#include <boost/make_shared.hpp>
+
+namespace structure {
+
+namespace {
+
+constexpr unsigned int kFirstVersionWithMaterial = 2;
+
+// The height of the letters, in metres.
+constexpr double kTextHeight = 0.25;
+
+// The table of creators is filled while the module is loaded, before any drawing opens.
+const bool s_registered = [] {
+    orv::elem::ElementPluginRegistry::registerCreator(SectionPlugin::static_pluginId(),
+                                                      &SectionPlugin::createPlugin);
+    return true;
+}();
+
+} // namespace
+
+SectionPlugin::SectionPlugin() = default;
+SectionPlugin::SectionPlugin(const Section& section) : m_section(section) {}
+SectionPlugin::~SectionPlugin() = default;
+
+const std::string& SectionPlugin::static_pluginId() {
+    static const std::string id = "str.section.1";
+    return id;
+}
+
+const std::string& SectionPlugin::pluginId() const { return static_pluginId(); }
+
+boost::shared_ptr<orv::elem::ElementBase::IPlugin> SectionPlugin::createPlugin() {
+    return boost::make_shared<SectionPlugin>();
+}
+
+SectionPlugin* SectionPlugin::of(orv::elem::ElementBase& element) {
+    return dynamic_cast<SectionPlugin*>(element.getFirstPlugin(static_pluginId()));
+}
+
+const SectionPlugin* SectionPlugin::of(const orv::elem::ElementBase& element) {
+    return dynamic_cast<const SectionPlugin*>(element.getFirstPlugin(static_pluginId()));
+}
+
+const Section& SectionPlugin::section() const {
+    assertReadEnabled();
+    return m_section;
+}
+
+void SectionPlugin::setSection(const Section& section) {
+    assertWriteEnabled();
+    m_section = section;
+}
+
+bool SectionPlugin::onSave(orv::serialization::IOutArchive& archive) const {
+    archive << kVersion << m_section.name << m_section.width << m_section.height << m_section.material
+            << kMagic;
+    return true;
+}
+
+bool SectionPlugin::onLoad(orv::serialization::IInArchive& archive, unsigned int) {
+    unsigned int version = 0;
+    archive >> version;
+    orv_warnOnNewVersion(version, kVersion, "Structure");
+    if (version > kVersion)
+        return false;
+    Section section;
+    archive >> section.name >> section.width >> section.height;
+    if (version >= kFirstVersionWithMaterial)
+        archive >> section.material;
+    unsigned int magic = 0;
+    archive >> magic;
+    ORV_ASSERT(magic == kMagic)(magic)(kMagic).debug("filing error");
+    if (magic != kMagic)
+        return false;
+    m_section = section;
+    return true;
+}
+
+bool SectionPlugin::onSave(orv::KeyValueStorage& storage) const {
+    storage.set("section/name", m_section.name)
+        .set("section/material", m_section.material)
+        .set("section/width", m_section.width)
+        .set("section/height", m_section.height);
+    return true;
+}
+
+bool SectionPlugin::onLoad(const orv::KeyValueStorage& storage) {
+    m_section.name = storage.getValue("section/name", m_section.name);
+    m_section.material = storage.getValue("section/material", m_section.material);
+    m_section.width = storage.getValue("section/width", m_section.width);
+    m_section.height = storage.getValue("section/height", m_section.height);
+    return true;
+}
+
+void SectionPlugin::onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) {
+    const auto* const element = dynamic_cast<const Element*>(owner());
+    if (element == nullptr || m_section.name.empty())
+        return;
+    AcGePoint3d point = element->labelPoint();
+    if (const Element::General* const general = element->general())
+        point += general->getTextAttachmentOffset();
+    draw.textSize(kTextHeight * system.scaleCdb2Wcs());
+    draw.text(point, m_section.name, element->labelDirection());
+}
+
+void SectionPlugin::onAppendElementInfo(orv::ElementInfoContext& info) const {
+    info.heading(L"Section");
+    info.value(L"Name", m_section.name);
+    info.value(L"Material", m_section.material);
+    info.value(L"Width", m_section.width);
+    info.value(L"Height", m_section.height);
+}
+
+} // namespace structure

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "gepnt3d.h"
+
+namespace embedded {
+
+class DatabaseCore;
+
+// The point of a drawing that stands at the insertion point when all of it is inserted elsewhere (INSBASE).
+AcGePoint3d basePointOf(const DatabaseCore& core);
+
+// Gives a new drawing the settings of another one: units, limits, sizes and modes, and where the user works.
+// What names objects stays as it is. With `withPlaces` also what says where things are: base point, extents,
+// coordinate systems.
+void copyDrawingSettings(const DatabaseCore& from, DatabaseCore& to, bool withPlaces);
+
+} // namespace embedded
