@@ -48,7 +48,7 @@ inline constexpr CommandGroup commandGroups[] = {
     {"data", "General data of a store: named texts, flags and raw values"},
     {"systems", "Structural systems of a drawing: list, create, change, check"},
     {"convert", "Converts points between a drawing and the store of a system", true},
-    {"elements", "Elements of the model in a drawing: list, show, number, copy"},
+    {"elements", "Elements of the model in a drawing: list, show, number, copy, edit"},
     {"select", "Named selections of a drawing: list, set, delete"},
 };
 /// The same for the one of the example front end.

@@ -9,6 +9,8 @@
 #include "orvcore/warn_on_new_version.h"
 #include "orvshape/acad_draw.h"
 #include "orvshape/element_contexts.h"
+#include "orvshape/endpoint_interface.h"
+#include "orvshape/segmented_curve.h"
 #include "structure/element.h"
 
 #include <boost/make_shared.hpp>
@@ -114,6 +116,22 @@ void SectionPlugin::onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) {
         point += general->getTextAttachmentOffset();
     draw.textSize(kTextHeight * system.scaleCdb2Wcs());
     draw.text(point, m_section.name, element->labelDirection());
+}
+
+void SectionPlugin::onQueryEndpointInterface(orv::geom::EndpointInterface& endpoints) const {
+    const auto* const curve = dynamic_cast<const ORV_SegmentedCurve*>(owner());
+    if (curve == nullptr || curve->isEmpty() || curve->isClosed())
+        return;
+    const double length = curve->getLength();
+    orv::geom::Endpoint start, end;
+    start.owner = end.owner = curve->objectId();
+    curve->getStartPoint(start.point);
+    curve->getEndPoint(end.point);
+    curve->getFirstDeriv(0.0, start.direction);
+    curve->getFirstDeriv(length, end.direction);
+    start.direction = -start.direction;
+    endpoints.addEndpoint(start);
+    endpoints.addEndpoint(end);
 }
 
 void SectionPlugin::onAppendElementInfo(orv::ElementInfoContext& info) const {

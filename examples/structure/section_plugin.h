@@ -67,6 +67,10 @@ protected:
     void onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) override;
     void onAppendElementInfo(orv::ElementInfoContext& info) const override;
 
+public:
+    // The two ends of an element that is an open curve, each with the direction out of it. Read.
+    void onQueryEndpointInterface(orv::geom::EndpointInterface& endpoints) const override;
+
 private:
     Section m_section;
 };

@@ -103,6 +103,25 @@ Acad::ErrorStatus setSelection(AcDbDatabase& database, const std::wstring& name,
     return Acad::eOk;
 }
 
+Acad::ErrorStatus forgetErasedMembers(AcDbDatabase& database) {
+    for (const std::wstring& name : selectionNames(database)) {
+        ORV_NamedSelection* selection = nullptr;
+        const Acad::ErrorStatus es = openSelection(database, name, AcDb::kForWrite, selection);
+        if (es != Acad::eOk)
+            return es;
+        std::set<AcDbObjectId> left;
+        for (const AcDbObjectId& id : selection->m_objects)
+            if (id.isValid() && !id.isErased())
+                left.insert(id);
+        if (left != selection->m_objects) {
+            selection->assertWriteEnabled();
+            selection->m_objects.swap(left);
+        }
+        selection->close();
+    }
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus deleteSelection(AcDbDatabase& database, const std::wstring& name) {
     ORV_NamedSelection* selection = nullptr;
     Acad::ErrorStatus es = openSelection(database, name, AcDb::kForWrite, selection);

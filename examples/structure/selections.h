@@ -35,6 +35,11 @@ STRUCTURE_API Acad::ErrorStatus findSelection(AcDbDatabase& database, const std:
 STRUCTURE_API Acad::ErrorStatus setSelection(AcDbDatabase& database, const std::wstring& name,
                                              const std::set<AcDbObjectId>& ids);
 
+// Takes what is erased out of all selections. To be called before selections are cloned into another drawing:
+// what does not come along would end their lists there. An undo that brings an erased object back does not
+// put it back in, unless it takes this back, too. eOk, also without selections; the statuses of opening.
+STRUCTURE_API Acad::ErrorStatus forgetErasedMembers(AcDbDatabase& database);
+
 // eOk; eKeyNotFound; the statuses of opening.
 STRUCTURE_API Acad::ErrorStatus deleteSelection(AcDbDatabase& database, const std::wstring& name);
 

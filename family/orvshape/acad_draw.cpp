@@ -46,7 +46,9 @@ bool AcadCommonDraw::lineType(const std::wstring& name) const {
 
 bool AcadCommonDraw::text(const AcGePoint3d& point, const std::wstring& string, const AcGeVector3d& direction,
                           const AcGeVector3d& normal) const {
-    if (string.empty() || direction.isZeroLength() || normal.isZeroLength())
+    // A direction along the normal leaves no way up.
+    if (string.empty() || direction.isZeroLength() || normal.isZeroLength() ||
+        normal.normal().crossProduct(direction.normal()).isZeroLength())
         return false;
     const AcGiTextStyle style = styleOfSize(m_textSize);
     // The host begins at the left of the base line; both shares say how far the place is from there.

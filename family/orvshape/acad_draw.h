@@ -28,8 +28,8 @@ public:
     bool lineType(const std::wstring& name) const;
 
     // One line of text along the direction, in the plane across the normal, of the size and at the place of
-    // the two settings below. %% codes are read. An empty text, or a direction or normal without length,
-    // draws nothing.
+    // the two settings below. %% codes are read. An empty text, a direction or normal without length, or a
+    // direction along the normal draws nothing.
     bool text(const AcGePoint3d& point, const std::wstring& string, const AcGeVector3d& direction,
               const AcGeVector3d& normal) const;
     // The same with the normal that faces whoever looks: the viewer in a viewport, else the Z axis.

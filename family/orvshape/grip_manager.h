@@ -21,7 +21,9 @@ namespace orv {
 // The host gets a bare pointer with each grip and hands it back later; a pointer is looked up here before it
 // is used, so one that is too old, or not of this manager, is never followed.
 //
-// What is kept for an entity's grips ends when its grips are made anew, and with the entity.
+// What is kept for an entity's grips ends when its grips are made anew, and with the entity. It does not end
+// with the module whose code a handler or an icon is: a module that adds grips to entities of other modules
+// stays loaded (lockApplication) as long as there are drawings.
 class ORVSHAPE_API GripManager {
 public:
     GripManager(const GripManager&) = delete;

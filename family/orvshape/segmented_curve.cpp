@@ -100,6 +100,31 @@ double ORV_SegmentedCurve::nearestDistance(const AcGePoint3d& point, bool extend
     return found;
 }
 
+bool ORV_SegmentedCurve::nearestPerpendicular(const AcGePoint3d& point, AcGePoint3d& nearest) const {
+    const bool isOpen = !orv::isClosedChain(m_segments);
+    bool isFound = false;
+    for (std::size_t i = 0; i < m_segments.size(); ++i) {
+        const CurveSegment& segment = m_segments[i];
+        std::vector<AcGePoint3d> nearTo = {point};
+        // On an arc's far side, too, the way through the centre meets it at a right angle.
+        if (segment.isArc())
+            nearTo.push_back(segment.centre() - (point - segment.centre()));
+        for (const AcGePoint3d& one : nearTo) {
+            const double on = segment.nearestTo(one, isOpen && i == 0, isOpen && i + 1 == m_segments.size());
+            const AcGePoint3d place = segment.pointAt(on);
+            const AcGeVector3d way = place - point;
+            // At a corner the nearest place of a piece is its end, at whatever angle.
+            if (std::fabs(way.dotProduct(segment.tangentAt(on))) > orv::curveSlack(place))
+                continue;
+            if (isFound && way.length() >= nearest.distanceTo(point) - AcGeContext::gTol.equalPoint())
+                continue;
+            nearest = place;
+            isFound = true;
+        }
+    }
+    return isFound;
+}
+
 Acad::ErrorStatus ORV_SegmentedCurve::getStartParam(double& param) const {
     assertReadEnabled();
     if (m_segments.empty())

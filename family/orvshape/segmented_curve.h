@@ -4,6 +4,7 @@
 #include "orvshape/curve_segment.h"
 #include "orvshape/export.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -115,12 +116,24 @@ protected:
     Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
     Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices,
                                              const AcGeVector3d& offset) override;
-    // End, middle (of each piece), centre, quadrant, nearest and perpendicular points.
+    // End, middle (of each piece), centre, quadrant, nearest and perpendicular points. Perpendicular is the
+    // nearest place at which the way from the last point meets the curve at a right angle, an open curve
+    // going on beyond its ends; there may be none.
     Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
                                         const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
                                         const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
                                         AcDbIntArray& geomIds) const override;
-    // Into AcDbLine and AcDbArc with this entity's settings.
+    // Points on this curve, along it, each once, as the host finds them for the lines and arcs that the curve
+    // explodes into; lengthened only at the two ends of an open curve. Statuses of the host's for such a line
+    // or arc and the other entity; eDegenerateGeometry.
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                       AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker,
+                                       Adesk::GsMarker otherGsMarker) const override;
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                       const AcGePlane& projPlane, AcGePoint3dArray& points,
+                                       Adesk::GsMarker thisGsMarker,
+                                       Adesk::GsMarker otherGsMarker) const override;
+    // Into AcDbLine and AcDbArc, a full circle into AcDbCircle, with this entity's settings.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const override;
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override;
 
@@ -130,6 +143,12 @@ private:
     void take(Segments segments);
     bool locate(double distance, std::size_t& index, double& onSegment) const;
     double nearestDistance(const AcGePoint3d& point, bool extend, AcGePoint3d& nearest) const;
+    bool nearestPerpendicular(const AcGePoint3d& point, AcGePoint3d& nearest) const;
+    // Intersects one piece, a line or an arc in no drawing, with the other entity.
+    using MeetPiece =
+        std::function<Acad::ErrorStatus(const AcDbEntity& piece, AcDb::Intersect type, AcGePoint3dArray&)>;
+    Acad::ErrorStatus meetPieces(AcDb::Intersect type, const MeetPiece& meet, AcGePoint3dArray& points) const;
+
     void moveHeld(int index, const AcGeVector3d& offset);
     Acad::ErrorStatus appendMade(bool isMade, const orv::CurveSegment& segment);
     bool withMovedVertices(const std::vector<int>& indices, const AcGeVector3d& offset,

@@ -2,29 +2,14 @@
 #include "dbents.h"
 #include "orvshape/grip_manager.h"
 #include "orvshape/segment_chain.h"
+#include "orvshape/segment_entity.h"
 #include "orvshape/segmented_curve.h"
-
-#include <cmath>
 
 using orv::CurveSegment;
 
 namespace {
 
 std::vector<int> asVector(const AcDbIntArray& indices) { return {indices.begin(), indices.end()}; }
-
-// From an arc's own first axis, counter-clockwise.
-double angleInPlane(const CurveSegment& arc, const AcGePoint3d& point) {
-    const AcGeVector3d x = arc.normal().perpVector();
-    const AcGeVector3d out = point - arc.centre();
-    return std::atan2(out.dotProduct(arc.normal().crossProduct(x)), out.dotProduct(x));
-}
-
-AcDbEntity* newEntityOf(const CurveSegment& segment) {
-    if (!segment.isArc())
-        return new AcDbLine(segment.start(), segment.end());
-    const double angle = angleInPlane(segment, segment.start());
-    return new AcDbArc(segment.centre(), segment.normal(), segment.radius(), angle, angle + segment.sweep());
-}
 
 void takeSettings(const AcDbEntity& from, AcDbEntity& to) {
     to.setLayer(from.layerId());
@@ -167,11 +152,15 @@ Acad::ErrorStatus ORV_SegmentedCurve::subGetOsnapPoints(AcDb::OsnapMode osnapMod
                                                         AcGePoint3dArray& snapPoints, AcDbIntArray&) const {
     if (m_segments.empty())
         return Acad::eDegenerateGeometry;
-    if (osnapMode == AcDb::kOsModeNear || osnapMode == AcDb::kOsModePerp) {
-        const bool isNear = osnapMode == AcDb::kOsModeNear;
-        AcGePoint3d nearest;
-        nearestDistance(isNear ? pickPoint : lastPoint, !isNear, nearest);
+    AcGePoint3d nearest;
+    if (osnapMode == AcDb::kOsModeNear) {
+        nearestDistance(pickPoint, false, nearest);
         snapPoints.append(nearest);
+        return Acad::eOk;
+    }
+    if (osnapMode == AcDb::kOsModePerp) {
+        if (nearestPerpendicular(lastPoint, nearest))
+            snapPoints.append(nearest);
         return Acad::eOk;
     }
     // A circle has neither ends nor a middle.
@@ -191,7 +180,7 @@ Acad::ErrorStatus ORV_SegmentedCurve::subExplode(AcDbVoidPtrArray& entitySet) co
     if (m_segments.empty())
         return Acad::eDegenerateGeometry;
     for (const CurveSegment& segment : m_segments) {
-        AcDbEntity* made = newEntityOf(segment);
+        AcDbEntity* made = orv::newEntityOf(segment);
         takeSettings(*this, *made);
         entitySet.append(made);
     }

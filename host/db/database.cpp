@@ -142,6 +142,8 @@ Acad::ErrorStatus AcDbDatabase::setHandseed(const AcDbHandle& handle) {
 AcDbTransactionManager* AcDbDatabase::transactionManager() const { return &m_core->transactions(); }
 
 void AcDbDatabase::disableUndoRecording(bool disable) {
+    if (m_core->undo().active())
+        return;
     if (disable)
         m_core->dropErased();
     m_core->undo().setRecording(!disable);

@@ -84,10 +84,16 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
         return erased ? Acad::eWasErased : Acad::eWasNotErased;
     // The bit stands before subErase runs, so that what an owner erases with itself can look at it.
     erased ? stub.set(kErased) : stub.clear(kErased);
-    Acad::ErrorStatus es = subErase(erasing);
-    if (es != Acad::eOk) {
-        erased ? stub.clear(kErased) : stub.set(kErased);
-        return es;
+    const auto takeBack = [&] { erased ? stub.clear(kErased) : stub.set(kErased); };
+    try {
+        const Acad::ErrorStatus es = subErase(erasing);
+        if (es != Acad::eOk) {
+            takeBack();
+            return es;
+        }
+    } catch (...) {
+        takeBack();
+        throw;
     }
     // Only now: a refused erase leaves no trace, neither in the history nor on the object.
     assertWriteEnabled(false);
@@ -143,9 +149,11 @@ void AcDbObject::assertWriteEnabled(Adesk::Boolean autoUndo, Adesk::Boolean reco
         return;
     UndoLog& undo = stub.tag->core->undo();
     if (undo.recording() && !undo.active() && mUndoScope != undo.scope()) {
-        undo.recordState(*this);
+        const bool recorded = undo.recordState(*this);
+        // An object that cannot be filed is not asked again for each of its changes.
         mUndoScope = undo.scope();
-        stub.set(kStateSinceOpen);
+        if (recorded)
+            stub.set(kStateSinceOpen);
     }
 }
 
@@ -260,6 +268,25 @@ Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler* filer) const {
     return filer->filerStatus();
 }
 
+namespace {
+
+// The length of a damaged stream may be any: room is made only as far as there are bytes for it.
+std::vector<std::uint8_t> readRun(AcDbDwgFiler& filer, Adesk::UInt32 length) {
+    constexpr Adesk::UInt32 kStep = 64 * 1024;
+    std::vector<std::uint8_t> bytes;
+    Adesk::UInt32 rest = length;
+    do {
+        const Adesk::UInt32 step = std::min(rest, kStep);
+        const std::size_t at = bytes.size();
+        bytes.resize(at + step);
+        filer.readBytes(bytes.data() + at, step);
+        rest -= step;
+    } while (rest != 0 && filer.filerStatus() == Acad::eOk);
+    return bytes;
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
     assertWriteEnabled();
     if (filer->filerType() == AcDb::kFileFiler)
@@ -288,8 +315,7 @@ Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
         Adesk::UInt32 length = 0;
         filer->readHardPointerId(&application);
         filer->readUInt32(&length);
-        ExtendedData data{application, std::vector<std::uint8_t>(length)};
-        filer->readBytes(data.bytes.data(), length);
+        ExtendedData data{application, readRun(*filer, length)};
         ObjectAccess::makeExtras(*this).extendedData.push_back(std::move(data));
     }
     return filer->filerStatus();

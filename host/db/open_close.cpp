@@ -3,6 +3,8 @@
 #include "db/database_core.h"
 #include "db/object_access.h"
 #include "db/reactors/notices.h"
+#include "embedded/guarded.h"
+#include "rxclass.h"
 
 namespace embedded {
 
@@ -77,7 +79,13 @@ Acad::ErrorStatus openStub(AcDbStub* stub, AcDb::OpenMode mode, bool openErased,
 Acad::ErrorStatus closeStub(AcDbStub& stub) {
     if (!stub.isOpen())
         return Acad::eNotOpenForRead;
-    Acad::ErrorStatus es = ObjectAccess::subClose(*stub.object);
+    Acad::ErrorStatus es = Acad::eOk;
+    try {
+        es = ObjectAccess::subClose(*stub.object);
+    } catch (...) {
+        // An answer keeps an object open; what is thrown does not, since nobody would close it again.
+        printCaught(std::wstring(stub.object->isA()->name()) + L" failed when it was closed");
+    }
     if (es != Acad::eOk)
         return es;
     if (stub.has(kOpenForNotify) && !stub.has(kOpenForWrite) && stub.readers() == 0) {

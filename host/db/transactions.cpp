@@ -2,6 +2,7 @@
 
 #include "db/database_core.h"
 #include "db/open_close.h"
+#include "embedded/guarded.h"
 
 namespace embedded {
 
@@ -77,7 +78,7 @@ void TransactionManager::closeAll() {
     for (AcDbStub* stub : held) {
         stub->clear(kInTransaction);
         if (stub->object != nullptr)
-            closeStub(*stub);
+            guarded(L"An object failed at the end of a transaction", [&] { closeStub(*stub); });
     }
     held.clear();
     if (m_held.empty())

@@ -1,18 +1,64 @@
 #include "db/undo_log.h"
 
+#include "acestext.h"
 #include "db/database_core.h"
 #include "db/object_access.h"
 #include "db/reactors/notices.h"
 #include "dbmain.h"
 #include "embedded/console.h"
+#include "embedded/guarded.h"
 #include "embedded/memory_filer.h"
-#include "platform/text.h"
 #include "rxclass.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace embedded {
+
+namespace {
+
+// A value for the length of a scope, however that ends.
+template <class T>
+class Held {
+public:
+    Held(T& place, T value) : m_place(place), m_before(place) { place = value; }
+    ~Held() { m_place = m_before; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    T& m_place;
+    const T m_before;
+};
+
+class MarkedUndoing {
+public:
+    explicit MarkedUndoing(AcDbStub& stub) : m_stub(stub) { m_stub.set(kUndoing); }
+    ~MarkedUndoing() { m_stub.clear(kUndoing); }
+    MarkedUndoing(const MarkedUndoing&) = delete;
+    MarkedUndoing& operator=(const MarkedUndoing&) = delete;
+
+private:
+    AcDbStub& m_stub;
+};
+
+std::wstring nameOf(const AcDbObject* object) {
+    return object != nullptr ? std::wstring(object->isA()->name()) : std::wstring(L"An object");
+}
+
+constexpr const wchar_t* kFailed = L" failed in undo";
+constexpr const wchar_t* kNotRecorded = L" cannot be recorded for undo";
+
+void printFailure(const AcDbObject& object, const wchar_t* what, Acad::ErrorStatus es) {
+    const ACHAR* status = acadErrorStatusText(es);
+    writeToConsole(nameOf(&object) + what + L": " +
+                   (status != nullptr ? status : std::to_wstring(es).c_str()) + L"\n");
+}
+
+Acad::ErrorStatus together(Acad::ErrorStatus es, const AcDbDwgFiler& filer) {
+    return es != Acad::eOk ? es : filer.filerStatus();
+}
+
+} // namespace
 
 void UndoLog::Side::truncate(std::size_t count) {
     if (count < records.size()) {
@@ -33,6 +79,8 @@ UndoLog::UndoLog() = default;
 UndoLog::~UndoLog() = default;
 
 void UndoLog::setRecording(bool recording) {
+    if (m_active)
+        return;
     if (!recording)
         forget();
     m_recording = recording;
@@ -40,6 +88,8 @@ void UndoLog::setRecording(bool recording) {
 }
 
 void UndoLog::forget() {
+    if (m_active)
+        return;
     m_undo = Side();
     m_redo = Side();
     ++m_scope;
@@ -73,19 +123,24 @@ void UndoLog::recordErasedBit(AcDbStub& stub, bool erasedBefore, bool made) {
     sink().records.push_back({&stub, (erasedBefore ? 1 : 0) | (made ? kMade : 0), Kind::ErasedBit});
 }
 
-void UndoLog::recordState(AcDbObject& object) {
+bool UndoLog::recordState(AcDbObject& object) {
     if (!m_recording || m_discard)
-        return;
+        return false;
     Side& side = sink();
+    const std::size_t mark = side.records.size();
     side.records.push_back({object.objectId(), side.bytes.size(), Kind::State});
+    // Half a state is none.
     try {
         MemoryFiler filer(AcDb::kUndoFiler, side.bytes);
-        object.dwgOutFields(&filer);
+        const Acad::ErrorStatus es = together(object.dwgOutFields(&filer), filer);
+        if (es == Acad::eOk)
+            return true;
+        printFailure(object, kNotRecorded, es);
     } catch (...) {
-        // Half a state is none.
-        side.truncate(side.records.size() - 1);
-        throw;
+        printCaught(nameOf(&object) + kNotRecorded);
     }
+    side.truncate(mark);
+    return false;
 }
 
 void UndoLog::recordExchange(AcDbStub& first, AcDbStub& second, ExchangeKeeps keeps) {
@@ -110,9 +165,8 @@ void UndoLog::applyExchange(AcDbStub& first, const std::uint8_t* bytes, std::siz
     recordExchange(first, second, keeps);
     exchangeObjects(first, second, keeps);
     notices::undone(*first.object);
-    second.set(kUndoing);
+    const MarkedUndoing marked(second);
     notices::undone(*second.object);
-    second.clear(kUndoing);
 }
 
 AcDbDwgFiler* UndoLog::beginPartial(AcDbObject& object) {
@@ -130,18 +184,28 @@ void UndoLog::letErase(AcDbObject& object, bool erased, bool erasedBefore) {
     AcDbStub& stub = *static_cast<AcDbStub*>(object.objectId());
     Side& side = *m_inverse;
     const std::size_t mark = side.records.size();
-    recordState(object);
+    const bool recorded = recordState(object);
     recordErasedBit(stub, erasedBefore);
     ObjectAccess::subErase(object, erased);
-    if (side.records.size() != mark + 2)
+    if (!recorded || side.records.size() != mark + 2)
         return;
     std::vector<std::uint8_t> after;
     MemoryFiler filer(AcDb::kUndoFiler, after);
-    object.dwgOutFields(&filer);
+    if (together(object.dwgOutFields(&filer), filer) != Acad::eOk)
+        return;
     const auto before = side.bytes.begin() + static_cast<std::ptrdiff_t>(side.records[mark].offset);
     if (std::equal(before, side.bytes.end(), after.begin(), after.end())) {
         side.truncate(mark);
         recordErasedBit(stub, erasedBefore);
+    }
+}
+
+// The bit stands whatever the object says: whoever watches it hears of that.
+void UndoLog::letEraseGuarded(AcDbObject& object, bool erased, bool erasedBefore) {
+    try {
+        letErase(object, erased, erasedBefore);
+    } catch (...) {
+        printCaught(nameOf(&object) + kFailed);
     }
 }
 
@@ -150,7 +214,7 @@ void UndoLog::applyErasedBit(AcDbStub& stub, bool erased, bool made) {
     erased ? stub.set(kErased) : stub.clear(kErased);
     stub.set(kDirty);
     if (stub.object != nullptr && !made && m_inverse != nullptr && m_recording)
-        letErase(*stub.object, erased, erasedBefore);
+        letEraseGuarded(*stub.object, erased, erasedBefore);
     else
         recordErasedBit(stub, erasedBefore, made);
     if (stub.object != nullptr)
@@ -161,14 +225,22 @@ void UndoLog::applyFields(const Record& record, const std::uint8_t* bytes, std::
     AcDbObject& object = *record.stub->object;
     record.stub->set(kDirty);
     MemoryFiler filer(AcDb::kUndoFiler, bytes, length);
-    if (record.kind == Kind::State) {
-        recordState(object);
-        object.dwgInFields(&filer);
-    } else {
-        void* classOfRecord = nullptr;
-        filer.readAddress(&classOfRecord);
-        object.applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
+    Acad::ErrorStatus es = Acad::eOk;
+    try {
+        if (record.kind == Kind::State) {
+            recordState(object);
+            es = together(object.dwgInFields(&filer), filer);
+        } else {
+            void* classOfRecord = nullptr;
+            filer.readAddress(&classOfRecord);
+            es = object.applyPartialUndo(&filer, static_cast<AcRxClass*>(classOfRecord));
+        }
+        if (es != Acad::eOk)
+            printFailure(object, kFailed, es);
+    } catch (...) {
+        printCaught(nameOf(&object) + kFailed);
     }
+    // Also of half a state: it is another one than before.
     notices::undone(object);
 }
 
@@ -176,7 +248,7 @@ void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t
     AcDbStub& stub = *record.stub;
     if (stub.object == nullptr && record.kind != Kind::ErasedBit)
         return;
-    stub.set(kUndoing);
+    const MarkedUndoing marked(stub);
     try {
         if (record.kind == Kind::ErasedBit)
             applyErasedBit(stub, (record.offset & ~kMade) != 0, (record.offset & kMade) != 0);
@@ -184,11 +256,9 @@ void UndoLog::apply(const Record& record, const std::uint8_t* bytes, std::size_t
             applyExchange(stub, bytes, length);
         else
             applyFields(record, bytes, length);
-    } catch (const std::exception& failure) {
-        writeToConsole(std::wstring(stub.object->isA()->name()) + L" failed in undo: " +
-                       platform::fromUtf8(failure.what()) + L"\n");
+    } catch (...) {
+        printCaught(nameOf(stub.object) + kFailed);
     }
-    stub.clear(kUndoing);
 }
 
 bool UndoLog::restoreState(AcDbObject& object) {
@@ -200,13 +270,18 @@ bool UndoLog::restoreState(AcDbObject& object) {
         const std::vector<std::uint8_t> bytes(
             m_undo.bytes.begin() + static_cast<std::ptrdiff_t>(record.offset), m_undo.bytes.end());
         MemoryFiler filer(AcDb::kUndoFiler, bytes.data(), bytes.size());
-        return object.dwgInFields(&filer) == Acad::eOk;
+        try {
+            return together(object.dwgInFields(&filer), filer) == Acad::eOk;
+        } catch (...) {
+            printCaught(nameOf(&object) + kFailed);
+            return false;
+        }
     }
     return false;
 }
 
 void UndoLog::applyDownTo(Side& side, std::size_t mark) {
-    m_active = true;
+    const Held<bool> active(m_active, true);
     ++m_scope;
     while (side.records.size() > mark) {
         const Record record = side.records.back();
@@ -216,16 +291,14 @@ void UndoLog::applyDownTo(Side& side, std::size_t mark) {
               hasBytes ? side.bytes.size() - record.offset : 0);
         side.truncate(side.records.size() - 1);
     }
-    m_active = false;
     ++m_scope;
 }
 
 bool UndoLog::rollBack(std::size_t mark) {
     if (!m_recording || m_active || mark > m_undo.records.size())
         return false;
-    m_discard = true;
+    const Held<bool> discard(m_discard, true);
     applyDownTo(m_undo, mark);
-    m_discard = false;
     return true;
 }
 
@@ -238,9 +311,8 @@ bool UndoLog::moveStep(Side& from, Side& to) {
         return false;
     const std::size_t mark = from.steps.back();
     to.steps.push_back(to.records.size());
-    m_inverse = &to;
+    const Held<Side*> inverse(m_inverse, &to);
     applyDownTo(from, mark);
-    m_inverse = nullptr;
     from.steps.pop_back();
     return true;
 }

@@ -28,7 +28,7 @@ public:
     ~UndoLog();
 
     bool recording() const { return m_recording; }
-    // Switching off forgets the history.
+    // Switching off forgets the history. Nothing happens while an undo or redo runs, which walks it.
     void setRecording(bool recording);
 
     // A new step begins; an empty step is not kept. Objects are recorded anew at their next write.
@@ -41,7 +41,9 @@ public:
 
     // `made`: the object comes into being, rather than back.
     void recordErasedBit(AcDbStub& stub, bool erasedBefore, bool made = false);
-    void recordState(AcDbObject& object);
+    // True if the state was taken down. An object that fails to file it, or lets something out, is named on
+    // the console: nothing of it is kept.
+    bool recordState(AcDbObject& object);
     void recordExchange(AcDbStub& first, AcDbStub& second, ExchangeKeeps keeps);
     // The stream of a new partial record; null while nothing is recorded.
     AcDbDwgFiler* beginPartial(AcDbObject& object);
@@ -49,15 +51,17 @@ public:
     // Takes back everything since `mark`, for good. False if the history doesn't reach back that far, and
     // while an undo or redo runs.
     bool rollBack(std::size_t mark);
-    // Gives an object the state back that was last taken down of it. False if there is none.
+    // Gives an object the state back that was last taken down of it. False if there is none, and if the
+    // object does not take it.
     bool restoreState(AcDbObject& object);
-    // False if there is nothing to undo or redo, and while one of them runs. An object that throws while its
-    // record is applied is named on the console, and the rest goes on.
+    // False if there is nothing to undo or redo, and while one of them runs. An object that fails or lets
+    // something out while its record is applied is named on the console, and the rest goes on.
     bool undo();
     bool redo();
     bool canUndo() const;
     bool canRedo() const { return !m_redo.steps.empty(); }
     bool active() const { return m_active; }
+    // Nothing happens while an undo or redo runs.
     void forget();
 
 private:
@@ -86,6 +90,7 @@ private:
     void applyErasedBit(AcDbStub& stub, bool erased, bool made);
     void applyFields(const Record& record, const std::uint8_t* bytes, std::size_t length);
     void letErase(AcDbObject& object, bool erased, bool erasedBefore);
+    void letEraseGuarded(AcDbObject& object, bool erased, bool erasedBefore);
     bool moveStep(Side& from, Side& to);
 
     bool m_recording = false;

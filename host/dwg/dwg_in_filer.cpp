@@ -155,7 +155,8 @@ Acad::ErrorStatus DwgInFiler::readScale3d(AcGeScale3d* value) {
 
 Acad::ErrorStatus DwgInFiler::readString(AcString& text) {
     const std::string bytes = get([this] { return m_data.text(); });
-    text = m_text.decode(bytes).c_str();
+    const std::wstring decoded = m_text.decode(bytes);
+    text = AcString(decoded.c_str(), std::char_traits<wchar_t>::length(decoded.c_str()));
     return m_status;
 }
 

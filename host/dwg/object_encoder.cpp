@@ -4,10 +4,9 @@
 #include "acutmem.h"
 #include "dwg/dwg_out_filer.h"
 #include "dwg/open_for_filing.h"
+#include "embedded/guarded.h"
 #include "platform/text.h"
 #include "rxclass.h"
-
-#include <exception>
 
 namespace embedded::dwg {
 namespace {
@@ -147,8 +146,8 @@ Acad::ErrorStatus ObjectEncoder::encode(AcDbStub& stub, const ObjectEnvelope* fi
         es = object.dwgOutFields(&filer);
         if (es == Acad::eOk)
             es = filer.filerStatus();
-    } catch (const std::exception& failure) {
-        m_reason = failure.what();
+    } catch (...) {
+        m_reason = platform::toUtf8(describeCaught());
     }
     if (es == Acad::eOk)
         bytes = writeObject(envelope, filer.data().bytes(), 0, filer.data().length(), filer.handles().bytes(),

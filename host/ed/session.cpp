@@ -147,6 +147,8 @@ bool redo(AcDbDatabase& database) {
 bool undoRedoActive(const AcDbDatabase& database) { return database.core().undo().active(); }
 
 void forgetHistory(AcDbDatabase& database) {
+    if (database.core().undo().active())
+        return;
     database.core().dropErased();
     database.core().undo().forget();
 }

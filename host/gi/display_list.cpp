@@ -67,10 +67,13 @@ Acad::ErrorStatus drawnExtents(const AcDbEntity& entity, AcDbExtents& extents) {
     ViewParameters view;
     view.regenType = kAcGiForExtents;
     view.showsHidden = true;
+    view.mostNested = 0; // each block is walked through once, however often it is there
     DisplayRecorder recorder(entity.database(), view, list);
+    recorder.keepBoxesOnly();
     // Drawing changes nothing of an entity; only its interface is older than that knowledge.
     recorder.draw(const_cast<AcDbEntity&>(entity));
-    const AcDbExtents box = recorder.toldExtents().isEmpty() ? list.extents() : recorder.toldExtents();
+    const DrawnBoxes& boxes = recorder.boxes();
+    const AcDbExtents& box = boxes.told.isEmpty() ? boxes.drawn : boxes.told;
     if (box.isEmpty())
         return Acad::eInvalidExtents;
     extents = box;

@@ -8,17 +8,34 @@
 #include <cmath>
 #include <cstdint>
 #include <exception>
+#include <utility>
 
 namespace embedded {
 namespace {
 
 const int kDeepest = 32;
 
+// A walk for extents goes through so many drawables before it takes the blocks' own boxes.
+const std::size_t kMostWithExactBoxes = 100000;
+
 // A factor that the transform has in a direction, of a length along it.
 double lengthAlong(const AcGeMatrix3d& matrix, const AcGeVector3d& direction) {
     const double length = direction.length();
     return length > 0.0 ? (matrix * direction).length() / length : matrix.scale();
 }
+
+// Empty boxes for a scope; the others come back whatever happens in it.
+class SetAside {
+public:
+    explicit SetAside(DrawnBoxes& boxes) : m_boxes(boxes), m_before(std::exchange(boxes, DrawnBoxes())) {}
+    ~SetAside() { m_boxes = m_before; }
+    SetAside(const SetAside&) = delete;
+    SetAside& operator=(const SetAside&) = delete;
+
+private:
+    DrawnBoxes& m_boxes;
+    const DrawnBoxes m_before;
+};
 
 } // namespace
 
@@ -68,8 +85,16 @@ void DisplayRecorder::enter(AcGiDrawable& drawable) {
         m_outermost = m_owner;
 }
 
+// Whether there is room for one more drawable.
+bool DisplayRecorder::count() {
+    ++m_drawables;
+    if (m_depth > 0 && m_parameters.mostNested != 0 && ++m_nested > m_parameters.mostNested)
+        m_list.isCut = true;
+    return !isCut();
+}
+
 bool DisplayRecorder::draw(AcGiDrawable& drawable) {
-    if (isCut())
+    if (isCut() || !count())
         return true;
     const State saved = state();
     ++m_depth;
@@ -112,6 +137,27 @@ void DisplayRecorder::drawInside(AcGiDrawable& drawable) {
     drawable.viewportDraw(&viewportDraw());
 }
 
+void DisplayRecorder::drawBlock(const AcDbObjectId& block, const AcGeMatrix3d& place,
+                                const std::function<void()>& drawEntities) {
+    const auto drawUnder = [&](const AcGeMatrix3d& matrix) {
+        m_transforms.push_back(matrix);
+        drawEntities();
+        m_transforms.pop_back();
+    };
+    const AcGeMatrix3d toWorld = modelToWorld() * place;
+    if (!m_keepsBoxesOnly) {
+        drawUnder(toWorld);
+        return;
+    }
+    const auto walk = [&](const AcGeMatrix3d& matrix) {
+        const SetAside around(m_boxes);
+        drawUnder(matrix);
+        return m_boxes;
+    };
+    m_boxes.add(m_drawables <= kMostWithExactBoxes ? m_blockBoxes.under(block, toWorld, walk)
+                                                   : m_blockBoxes.roughlyUnder(block, toWorld, walk));
+}
+
 bool DisplayRecorder::push(const AcGeMatrix3d& matrix) {
     m_transforms.push_back(modelToWorld() * matrix);
     return true;
@@ -139,6 +185,10 @@ Primitive DisplayRecorder::primitive(PrimitiveKind kind) const {
 bool DisplayRecorder::add(Primitive primitive) {
     if (isCut() || !m_view.layerVisible(primitive.traits.layer))
         return isCut();
+    if (m_keepsBoxesOnly) {
+        m_boxes.drawn.addExt(primitive.extents());
+        return false;
+    }
     if (m_parameters.mostPrimitives != 0 && m_list.primitives.size() >= m_parameters.mostPrimitives) {
         m_list.isCut = true;
         return true;
@@ -278,7 +328,7 @@ void DisplayRecorder::setExtents(const AcGePoint3d corners[2]) {
     told.addPoint(corners[0]);
     told.addPoint(corners[1]);
     told.transformBy(modelToWorld());
-    m_toldExtents.addExt(told);
+    m_boxes.told.addExt(told);
 }
 
 } // namespace embedded

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gi/block_boxes.h"
 #include "gi/draw_traits.h"
 #include "gi/draw_view.h"
 #include "gi/plane_arc.h"
@@ -21,6 +22,13 @@ public:
     bool isCut() const { return m_list.isCut; }
 
     const AcGeMatrix3d& modelToWorld() const { return m_transforms.back(); }
+    // From now on primitives are not listed, only their boxes are kept, and those of a block for all of its
+    // references.
+    void keepBoxesOnly() { m_keepsBoxesOnly = true; }
+    // The entities of a block, which `drawEntities` draws, at a place in the drawable that is drawn.
+    void drawBlock(const AcDbObjectId& block, const AcGeMatrix3d& place,
+                   const std::function<void()>& drawEntities);
+
     bool push(const AcGeMatrix3d& matrix);
     bool pop();
 
@@ -39,7 +47,8 @@ public:
 
     // An entity has told its box itself.
     void setExtents(const AcGePoint3d corners[2]);
-    const AcDbExtents& toldExtents() const { return m_toldExtents; }
+    // What was drawn, while only boxes are kept, and what was told.
+    const DrawnBoxes& boxes() const { return m_boxes; }
 
     RecordedTraits& traits() { return m_traits; }
     DrawView& view() { return m_view; }
@@ -65,6 +74,7 @@ private:
 
     State state() const;
     void restore(const State& saved);
+    bool count();
     void enter(AcGiDrawable& drawable);
     void drawInside(AcGiDrawable& drawable);
     void fail(const std::string& reason);
@@ -84,7 +94,11 @@ private:
     AcDbObjectId m_outermost;
     bool m_inViewport = false;
     int m_depth = 0;
-    AcDbExtents m_toldExtents;
+    std::size_t m_drawables = 0;
+    std::size_t m_nested = 0; // of the drawables those inside of others
+    bool m_keepsBoxesOnly = false;
+    DrawnBoxes m_boxes;
+    BlockBoxes m_blockBoxes;
     std::unique_ptr<Interfaces> m_interfaces;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gi/block_drawing.h"
 #include "gi/display_recorder.h"
 #include "gi/recording_geometry.h"
 
@@ -46,7 +47,14 @@ private:
     RecordingContext m_context;
 };
 
-using RecordingWorldDraw = RecordingDraw<AcGiWorldDraw, AcGiWorldGeometry>;
+class RecordingWorldDraw final : public RecordingDraw<AcGiWorldDraw, AcGiWorldGeometry>, public BlockDrawing {
+public:
+    using RecordingDraw::RecordingDraw;
+    void drawBlock(const AcDbObjectId& block, const AcGeMatrix3d& place,
+                   const std::function<void()>& drawEntities) override {
+        m_recorder.drawBlock(block, place, drawEntities);
+    }
+};
 
 class RecordingViewportDraw final : public RecordingDraw<AcGiViewportDraw, AcGiViewportGeometry> {
 public:

@@ -1,4 +1,5 @@
 set(HOST_GI_SOURCES
+  block_boxes.cpp
   display_list.cpp
   display_recorder.cpp
   draw_traits.cpp

@@ -1,5 +1,6 @@
 #include "embedded/event_source.h"
 
+#include "embedded/guarded.h"
 #include "rxclass.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ public:
         const std::vector<AcRxEventReactor*> now = m_reactors;
         for (AcRxEventReactor* reactor : now)
             if (has(reactor))
-                call(*reactor);
+                guarded(kReactorFailed, [&] { call(*reactor); });
     }
 
 private:

@@ -12,6 +12,7 @@ set(HOST_RX_SOURCES
   dictionary_iterator.cpp
   dynamic_linker.cpp
   event_source.cpp
+  guarded.cpp
   heap.cpp
   host_start.cpp
   module_finder.cpp

@@ -26,7 +26,8 @@ namespace orv {
 
 // Replaces `layers` by the structural model's layers in the working drawing, those whose names begin with a
 // capital X. All layers of the drawing are opened in the manager, and stay open. One that cannot be opened is
-// reported and left out.
+// reported and left out. Without a working drawing, or a layer table that can be read, that is reported, and
+// `layers` is empty.
 TALDORK_API void openAllKelmoranLayers(ORV_CDBTransactionManager& tm, AcDb::OpenMode mode,
                                        std::set<AcDbLayerTableRecord*>& layers);
 

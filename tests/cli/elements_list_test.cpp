@@ -52,7 +52,7 @@ TEST_F(ElementsListTest, ForPeopleEachElementHasALine) {
     EXPECT_EQ(text.rfind("handle  class     number  name", 0), 0U) << text;
     // A line end in a name is a blank; a plugin that is kept stands in brackets.
     EXPECT_NE(text.find("\n" + first + "  "), std::string::npos) << text;
-    EXPECT_NE(text.find("  3       Knoten \xc3\x9c x  -       "), std::string::npos) << text;
+    EXPECT_NE(text.find("  3       Knoten \xc3\x9c x  LOOSE   "), std::string::npos) << text;
     EXPECT_NE(text.find("orv.base.general, str.softconnections.1, [test.away.1]  guid:128:"),
               std::string::npos)
         << text;
@@ -116,9 +116,8 @@ TEST_F(ElementsListTest, ShowHasThePluginsLivingAndKept) {
     const Json& general = node["plugins"][0];
     EXPECT_EQ(general["id"], "orv.base.general");
     EXPECT_EQ(general["state"], "live");
-    // Frame 8, versions and number 12, the name's 10 characters 24, the identifier's 45 letters 49,
-    // offset 24.
-    EXPECT_EQ(general["bytes"], 8 + 4 + 4 + 2 * 10 + 4 + 4 + 45 + 24 + 4);
+    // Frame, version, name of 10 characters, number, identifier of 45 letters, offset, mark.
+    EXPECT_EQ(general["bytes"], 8 + 4 + (4 + 4 * 10) + 4 + (4 + 45) + 24 + 4);
     const Json& kept = node["plugins"][2];
     EXPECT_EQ(kept["id"], "test.away.1");
     EXPECT_EQ(kept["state"], "kept");

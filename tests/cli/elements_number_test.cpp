@@ -51,9 +51,9 @@ TEST_F(ElementsNumberTest, ADryRunTellsAndChangesNothing) {
     const std::string drawing = oddDrawing();
     const std::string before = readWholeFile(drawing);
     const Words h = handles(rows(drawing));
-    const Json told = toldJson({"elements", "number", drawing, "--renumber", "--dry-run"});
-    EXPECT_EQ(told["dryRun"], true);
-    EXPECT_EQ(told["renumbered"], Json({{{"handle", h[0]}, {"class", "STR_Node"}, {"from", 3}, {"to", 1}},
+    const Json plan = toldJson({"elements", "number", drawing, "--renumber", "--dry-run"});
+    EXPECT_EQ(plan["dryRun"], true);
+    EXPECT_EQ(plan["renumbered"], Json({{{"handle", h[0]}, {"class", "STR_Node"}, {"from", 3}, {"to", 1}},
                                         {{"handle", h[3]}, {"class", "STR_Node"}, {"from", 3}, {"to", 2}},
                                         {{"handle", h[1]}, {"class", "STR_Node"}, {"from", 6}, {"to", 3}},
                                         {{"handle", h[2]}, {"class", "STR_Node"}, {"from", 0}, {"to", 4}}}));

@@ -4,7 +4,6 @@
 #include "dbx/doc/use_system.h"
 #include "dbx/in_archive.h"
 #include "dbx/out_archive.h"
-#include "orvcore/transaction_manager.h"
 #include "orvshape/acad_draw.h"
 #include "orvshape/element_contexts.h"
 #include "orvshape/grip_manager.h"
@@ -86,16 +85,16 @@ void TestElement::onMoved() {
 }
 
 Acad::ErrorStatus TestElement::subErase(Adesk::Boolean erasing) {
-    if (!ORV_CDBTransactionManager::getUndoRedoActive())
-        assertWriteEnabled();
-    triggerOnErase(erasing != 0);
-    return AcDbEntity::subErase(erasing);
+    const Acad::ErrorStatus es = AcDbEntity::subErase(erasing);
+    if (es == Acad::eOk)
+        triggerOnErase(erasing != 0);
+    return es;
 }
 
 Acad::ErrorStatus TestElement::subTransformBy(const AcGeMatrix3d& xform) {
     assertWriteEnabled();
     if (!canBeTransformed())
-        return Acad::eNotApplicable;
+        return Acad::eVetoed;
     AcGeMatrix3d changed = xform;
     triggerOnPreTransform(changed);
     place.transformBy(changed);

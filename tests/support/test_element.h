@@ -15,20 +15,18 @@ namespace testing_support {
 // AcDbEntity's fields, then the element's stream, and nothing else. Each of the host's operations hands over
 // to the element's trigger:
 //
-//   subErase          triggerOnErase; the write check is left out during an undo or redo
-//   subTransformBy    eNotApplicable unless canBeTransformed; triggerOnPreTransform with a copy of the
-//   matrix,
-//                     moves `place` by what the plugins made of it, triggerOnPostTransform, triggerOnMoved
-//   subWorldDraw      triggerOnPreWorldDraw, then triggerOnWorldDraw with the element's system if it has one;
-//                     answers false, so that the host asks for the viewport's drawing as well
-//   subViewportDraw   the same with the viewport's triggers
-//   subGetGripPoints  triggerOnGetGrips (the form with data of the application's own)
-//   subMoveGripPointsAt
-//                     triggerOnPreMoveGrips with a copy of the offset, GripManager::onMove, triggerOnMoved
-//   subDeepClone, subWblockClone
-//                     eNotApplicable unless canElementBeCloned; then the host's, and triggerOnPostClone on
-//                     the clone, if one was made
-//   dwgInFields       status 301 for an exception, unless `letsExceptionsOut`
+//   subErase: the host's; then triggerOnErase.
+//   subTransformBy: eVetoed unless canBeTransformed; else triggerOnPreTransform with a copy of the matrix,
+//     `place` is moved by what the plugins made of it, triggerOnPostTransform, triggerOnMoved.
+//   subWorldDraw: triggerOnPreWorldDraw, then triggerOnWorldDraw with the element's system if it has one;
+//     answers false, so that the host asks for the viewport's drawing as well.
+//   subViewportDraw: the same with the viewport's triggers.
+//   subGetGripPoints: triggerOnGetGrips (the form with data of the application's own).
+//   subMoveGripPointsAt: triggerOnPreMoveGrips with a copy of the offset, GripManager::onMove, and
+//     triggerOnMoved.
+//   subDeepClone, subWblockClone: eNotApplicable unless canElementBeCloned; else the host's, and
+//     triggerOnPostClone on the clone, if one was made.
+//   dwgInFields: status 301 for an exception, unless `letsExceptionsOut`.
 class TestElement : public AcDbEntity, public orv::elem::ElementBase {
 public:
     ACRX_DECLARE_MEMBERS(TestElement);

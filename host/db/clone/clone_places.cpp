@@ -214,7 +214,7 @@ Acad::ErrorStatus CloneRun::placeOf(const AcDbObject& source, AcDbObject* owner,
         if (es != Acad::eOk)
             return es;
         // What was brought along with the owner may be the very object.
-        if (const AcDbIdPair* pair = find(source.objectId())) {
+        if (const AcDbIdPair* pair = find(source.objectId()); pair != nullptr && !pair->value().isNull()) {
             place.existing = pair->value();
             return Acad::eOk;
         }

@@ -29,6 +29,14 @@ bool CloneRun::enter(const AcDbIdPair& pair) {
     return true;
 }
 
+void CloneRun::settle(const AcDbIdPair& pair) {
+    AcDbIdPair* entered = find(pair.key());
+    if (entered == nullptr)
+        enter(pair);
+    else if (entered->value().isNull())
+        *entered = pair;
+}
+
 bool CloneRun::takeOut(const AcDbObjectId& key) {
     AcDbIdPair* pair = find(key);
     if (pair == nullptr)
@@ -41,7 +49,8 @@ bool CloneRun::takeOut(const AcDbObjectId& key) {
 Acad::ErrorStatus CloneRun::begin(AcDbDatabase& to, AcDbDatabase& from, AcDb::DeepCloneType kind,
                                   AcDb::DuplicateRecordCloning drc) {
     if (m_active)
-        return destination == &to && original == &from && context == kind && duplicates == drc
+        return m_destinationTag == to.core().tag() && m_originalTag == from.core().tag() && context == kind &&
+                       duplicates == drc
                    ? Acad::eOk
                    : Acad::eInvalidContext;
     UndoLog& undo = to.core().undo();
@@ -51,6 +60,8 @@ Acad::ErrorStatus CloneRun::begin(AcDbDatabase& to, AcDbDatabase& from, AcDb::De
     original = &from;
     context = kind;
     duplicates = drc;
+    m_destinationTag = to.core().tag();
+    m_originalTag = from.core().tag();
     m_active = true;
     // What fails is taken back by the history, also in a drawing that keeps none.
     m_recordingBefore = undo.recording();
@@ -138,7 +149,7 @@ Acad::ErrorStatus CloneRun::cloneObject(const AcDbObject& source, AcDbObject* ow
         return copyTo(source, place, isPrimary, *room, clone);
     if (place.fillExisting)
         return fillFrom(source, place, isPrimary, *room);
-    enter(AcDbIdPair(source.objectId(), place.existing, false, isPrimary, true));
+    settle(AcDbIdPair(source.objectId(), place.existing, false, isPrimary, true));
     return Acad::eOk;
 }
 
@@ -152,7 +163,7 @@ Acad::ErrorStatus CloneRun::copyTo(const AcDbObject& source, const ClonePlace& p
     if (es != Acad::eOk)
         return es;
     clone = made.release();
-    enter(AcDbIdPair(source.objectId(), clone->objectId(), true, isPrimary, true));
+    settle(AcDbIdPair(source.objectId(), clone->objectId(), true, isPrimary, true));
     gatherBodyReferences(source, room.references);
     gatherRawReferences(source, room.references);
     queueReferences(source, clone->objectId(), room.references);
@@ -169,7 +180,7 @@ Acad::ErrorStatus CloneRun::fillFrom(const AcDbObject& source, const ClonePlace&
     if (es != Acad::eOk)
         return es;
     gatherRawReferences(source, room.references);
-    enter(AcDbIdPair(source.objectId(), place.existing, true, isPrimary, true));
+    settle(AcDbIdPair(source.objectId(), place.existing, true, isPrimary, true));
     queueReferences(source, place.existing, room.references);
     return Acad::eOk;
 }
@@ -238,8 +249,8 @@ void CloneRun::queueReferences(const AcDbObject& source, const AcDbObjectId& clo
     if (block != nullptr) {
         // The clone has its own framing entities.
         const auto* made = static_cast<AcDbBlockTableRecord*>(static_cast<AcDbStub*>(clone)->object);
-        enter(AcDbIdPair(BlockAccess::begin(*block), BlockAccess::begin(*made), false));
-        enter(AcDbIdPair(BlockAccess::end(*block), BlockAccess::end(*made), false));
+        settle(AcDbIdPair(BlockAccess::begin(*block), BlockAccess::begin(*made), false));
+        settle(AcDbIdPair(BlockAccess::end(*block), BlockAccess::end(*made), false));
     }
     const bool isDictionary = !isEntity && AcDbDictionary::cast(&source) != nullptr;
     const AcDbObjectId extension = source.extensionDictionary();

@@ -14,6 +14,7 @@
 namespace embedded {
 
 class DatabaseCore;
+struct DatabaseTag;
 
 // Where a clone is to stand.
 struct ClonePlace {
@@ -36,6 +37,7 @@ public:
     // Null if there is none.
     AcDbIdPair* find(const AcDbObjectId& key);
     const AcDbIdPair* find(const AcDbObjectId& key) const { return const_cast<CloneRun*>(this)->find(key); }
+    // False for a null key, and for one that is there.
     bool enter(const AcDbIdPair& pair);
     bool takeOut(const AcDbObjectId& key);
 
@@ -58,7 +60,8 @@ public:
     Acad::ErrorStatus clonePrimaries(const AcDbObjectIdArray& ids, AcDbObject& owner);
     // Translates the clones' ids, and ends the cloning.
     Acad::ErrorStatus finish();
-    // Takes everything back that was done since begin.
+    // Takes everything back that was done since begin, and tells so. Where the target has gone there is
+    // nothing to take back. Nothing leaves this call.
     void abort();
 
     // The host's own way to clone an object. As AcDbObject::deepClone and wblockClone say.
@@ -94,7 +97,10 @@ private:
 
     Acad::ErrorStatus translateClone(const AcDbIdPair& pair);
     Acad::ErrorStatus translateFields(AcDbObject& clone, const FilingRoom& filed, const Translate& translate);
+    // What became of an object, also in the place of a pair without a value that somebody has entered.
+    void settle(const AcDbIdPair& pair);
     AcDbObjectId translateId(const AcDbObjectId& id, Strength strength, const AcDbObjectId& clone) const;
+    void takeBack();
     void stop();
 
     AcDbIdMapping& m_mapping;
@@ -107,6 +113,9 @@ private:
     std::size_t m_mark = 0;
     bool m_active = false;
     bool m_recordingBefore = false;
+    // Say whether the two databases are still there; the pointers would not.
+    DatabaseTag* m_destinationTag = nullptr;
+    DatabaseTag* m_originalTag = nullptr;
 };
 
 } // namespace embedded

@@ -148,8 +148,23 @@ Acad::ErrorStatus CloneRun::finish() {
 void CloneRun::abort() {
     if (!m_active)
         return;
+    if (m_destinationTag->core == nullptr)
+        destination = nullptr;
+    if (m_originalTag->core == nullptr)
+        original = nullptr;
     events::abortDeepClone(m_mapping);
+    if (destination != nullptr)
+        takeBack();
+    pairs.clear();
+    m_index.clear();
+    stop();
+}
+
+void CloneRun::takeBack() {
     UndoLog& undo = destination->core().undo();
+    // Such a walk has the objects in its hands.
+    if (undo.active())
+        return;
     undo.rollBack(m_mark);
     for (AcDbStub* stub : m_made) {
         AcDbObject* object = stub->object;
@@ -158,13 +173,10 @@ void CloneRun::abort() {
         stub->set(kErased | kPermanentlyErased);
         delete object;
     }
-    pairs.clear();
-    m_index.clear();
-    stop();
 }
 
 void CloneRun::stop() {
-    if (!m_recordingBefore)
+    if (!m_recordingBefore && destination != nullptr)
         destination->core().undo().setRecording(false);
     m_pending.clear();
     m_bringing.clear();

@@ -78,6 +78,18 @@ struct Share {
     AcDbObjectId owner;
 };
 
+Acad::ErrorStatus moveAndClose(AcDbEntity& entity, const AcGeMatrix3d& move) {
+    Acad::ErrorStatus es = Acad::eOk;
+    try {
+        es = entity.transformBy(move);
+    } catch (...) {
+        entity.close();
+        throw;
+    }
+    entity.close();
+    return es;
+}
+
 // Moves what was asked for.
 Acad::ErrorStatus transformPrimaries(const AcDbIdMapping& mapping, const AcGeMatrix3d& move) {
     for (AcDbIdMappingIter it(mapping); !it.done(); it.next()) {
@@ -87,10 +99,8 @@ Acad::ErrorStatus transformPrimaries(const AcDbIdMapping& mapping, const AcGeMat
             continue;
         AcDbEntity* entity = nullptr;
         Acad::ErrorStatus es = acdbOpenObject(entity, pair.value(), AcDb::kForWrite);
-        if (es == Acad::eOk) {
-            es = entity->transformBy(move);
-            entity->close();
-        }
+        if (es == Acad::eOk)
+            es = moveAndClose(*entity, move);
         if (es != Acad::eOk)
             return es;
     }
@@ -112,10 +122,33 @@ void takeCurrentLayer(const CloneRun& run, const DatabaseCore& from, DatabaseCor
         to.roots.currentLayer = pair->value();
 }
 
+using SharesFor = std::function<std::vector<Share>(AcDbDatabase&)>;
+
+Acad::ErrorStatus fillNewDrawing(AcDbDatabase& from, AcDbDatabase& to, const SharesFor& sharesFor,
+                                 const AcGePoint3d& basePoint) {
+    AcDbIdMapping mapping;
+    CloneRun& run = mapping.run();
+    Acad::ErrorStatus es = run.begin(to, from, AcDb::kDcWblock, AcDb::kDrcReplace);
+    if (es != Acad::eOk)
+        return es;
+    es = carryOut(run, [&] {
+        for (const Share& share : sharesFor(to)) {
+            const Acad::ErrorStatus cloned = cloneBelow(run, share.ids, share.owner);
+            if (cloned != Acad::eOk)
+                return cloned;
+        }
+        events::otherWblock(&to, mapping, &from);
+        return run.finish();
+    });
+    if (es != Acad::eOk)
+        return es;
+    takeCurrentLayer(run, from.core(), to.core());
+    return moveOrigin(mapping, basePoint);
+}
+
 // A new drawing from parts of another one. With `whole` it has the same places.
 Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
-                             const std::function<void(AcDbDatabase&)>& announce,
-                             const std::function<std::vector<Share>(AcDbDatabase&)>& sharesFor,
+                             const std::function<void(AcDbDatabase&)>& announce, const SharesFor& sharesFor,
                              const AcGePoint3d& basePoint, bool whole = false) {
     out = nullptr;
     events::wblockNotice(&from);
@@ -123,22 +156,12 @@ Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
     to->disableUndoRecording(true);
     copyDrawingSettings(from.core(), to->core(), whole);
     announce(*to);
-    AcDbIdMapping mapping;
-    CloneRun& run = mapping.run();
-    Acad::ErrorStatus es = run.begin(*to, from, AcDb::kDcWblock, AcDb::kDrcReplace);
-    if (es == Acad::eOk)
-        es = carryOut(run, [&] {
-            for (const Share& share : sharesFor(*to)) {
-                const Acad::ErrorStatus cloned = cloneBelow(run, share.ids, share.owner);
-                if (cloned != Acad::eOk)
-                    return cloned;
-            }
-            events::otherWblock(to.get(), mapping, &from);
-            return run.finish();
-        });
-    if (es == Acad::eOk) {
-        takeCurrentLayer(run, from.core(), to->core());
-        es = moveOrigin(mapping, basePoint);
+    Acad::ErrorStatus es = Acad::eOk;
+    try {
+        es = fillNewDrawing(from, *to, sharesFor, basePoint);
+    } catch (...) {
+        events::abortWblock(to.get());
+        throw;
     }
     if (es != Acad::eOk) {
         events::abortWblock(to.get());
@@ -154,18 +177,41 @@ Acad::ErrorStatus writeBlock(AcDbDatabase& from, AcDbDatabase*& out,
 
 namespace {
 
+// Takes back what is done to a drawing in its scope, unless it is kept; also in a drawing without a history.
+class Attempt {
+public:
+    explicit Attempt(UndoLog& undo) : m_undo(undo), m_recordingBefore(undo.recording()) {
+        if (!m_recordingBefore)
+            m_undo.setRecording(true);
+        m_mark = m_undo.beginScope();
+    }
+    ~Attempt() {
+        if (!m_kept)
+            m_undo.rollBack(m_mark);
+        if (!m_recordingBefore)
+            m_undo.setRecording(false);
+    }
+    Attempt(const Attempt&) = delete;
+    Attempt& operator=(const Attempt&) = delete;
+
+    void keep() { m_kept = true; }
+
+private:
+    UndoLog& m_undo;
+    const bool m_recordingBefore;
+    std::size_t m_mark = 0;
+    bool m_kept = false;
+};
+
 // Brings all of another drawing's model space below an owner here, which `prepare` makes or names. Whatever
-// goes wrong is taken back, what `prepare` and `complete` did included.
+// goes wrong, an exception included, is taken back, what `prepare` and `complete` did too.
 Acad::ErrorStatus bring(AcDbDatabase& to, AcDbDatabase& from,
                         const std::function<Acad::ErrorStatus(AcDbObjectId& owner)>& prepare,
                         const std::function<Acad::ErrorStatus(const AcDbIdMapping&)>& complete) {
     UndoLog& undo = to.core().undo();
     if (undo.active())
         return Acad::eInvalidContext;
-    const bool recordingBefore = undo.recording();
-    if (!recordingBefore)
-        undo.setRecording(true);
-    const std::size_t mark = undo.beginScope();
+    Attempt attempt(undo);
     AcDbIdMapping mapping;
     CloneRun& run = mapping.run();
     AcDbObjectId owner;
@@ -179,10 +225,8 @@ Acad::ErrorStatus bring(AcDbDatabase& to, AcDbDatabase& from,
         });
     if (es == Acad::eOk)
         es = complete(mapping);
-    if (es != Acad::eOk)
-        undo.rollBack(mark);
-    if (!recordingBefore)
-        undo.setRecording(false);
+    if (es == Acad::eOk)
+        attempt.keep();
     return es;
 }
 

@@ -6,7 +6,9 @@
 using embedded::CloneRun;
 
 AcDbIdMapping::AcDbIdMapping() : m_run(std::make_unique<CloneRun>(*this)) {}
-AcDbIdMapping::~AcDbIdMapping() = default;
+
+// A cloning that still waits for its translation would leave clones that lead into the other drawing.
+AcDbIdMapping::~AcDbIdMapping() { m_run->abort(); }
 
 bool AcDbIdMapping::assign(const AcDbIdPair& idPair) { return m_run->enter(idPair); }
 

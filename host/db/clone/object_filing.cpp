@@ -8,8 +8,6 @@
 #include "dbsymtb.h"
 #include "rxclass.h"
 
-#include <exception>
-
 namespace embedded {
 
 Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, FilingRoom& room) {
@@ -22,7 +20,7 @@ Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, Filing
     try {
         const Acad::ErrorStatus es = object.dwgOutFields(&filer);
         return es == Acad::eOk ? filer.filerStatus() : es;
-    } catch (const std::exception&) {
+    } catch (...) {
         return Acad::eFilerError;
     }
 }
@@ -31,7 +29,7 @@ Acad::ErrorStatus fileIn(AcDbObject& object, AcDbDwgFiler& filer) {
     try {
         const Acad::ErrorStatus es = object.dwgInFields(&filer);
         return es == Acad::eOk ? filer.filerStatus() : es;
-    } catch (const std::exception&) {
+    } catch (...) {
         return Acad::eFilerError;
     }
 }

@@ -9,7 +9,7 @@ class AcDbObject;
 namespace embedded {
 
 // What an object files to a filer of that type, with the ids among it. eOk; its own status; eFilerError if it
-// lets an exception out.
+// lets anything out.
 Acad::ErrorStatus fileOut(const AcDbObject& object, AcDb::FilerType type, FilingRoom& room);
 // The way back. A failure leaves the object half read.
 Acad::ErrorStatus fileIn(AcDbObject& object, AcDbDwgFiler& filer);

@@ -3,8 +3,10 @@
 #include "db/entities/owned_chain.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "gi/block_drawing.h"
 
 #include <cmath>
+#include <map>
 #include <memory>
 
 using namespace embedded;
@@ -33,28 +35,34 @@ bool areAcross(const AcGeVector3d& a, const AcGeVector3d& b) {
     return std::fabs(a.dotProduct(b)) <= 1.0e-9 * a.length() * b.length();
 }
 
+// What a visit throws must leave nothing open.
+struct Closing {
+    void operator()(AcDbObject* object) const { object->close(); }
+};
+template <class T>
+using Opened = std::unique_ptr<T, Closing>;
+
 // The entities of a block, opened for read one by one. What cannot be opened is passed over, or ends the walk
 // with its status; so does a status of the visit.
 template <class Visit>
 Acad::ErrorStatus forEachEntity(AcDbObjectId block, bool passesOver, Visit visit) {
-    AcDbBlockTableRecord* record = nullptr;
-    Acad::ErrorStatus es = acdbOpenObject(record, block, AcDb::kForRead);
+    AcDbBlockTableRecord* opened = nullptr;
+    Acad::ErrorStatus es = acdbOpenObject(opened, block, AcDb::kForRead);
     if (es != Acad::eOk)
         return es;
+    const Opened<AcDbBlockTableRecord> record(opened);
     AcDbBlockTableRecordIterator* made = nullptr;
     record->newIterator(made);
     const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
     for (; !entities->done() && es == Acad::eOk; entities->step()) {
         AcDbEntity* entity = nullptr;
-        const Acad::ErrorStatus opened = entities->getEntity(entity, AcDb::kForRead);
-        if (opened == Acad::eOk) {
+        const Acad::ErrorStatus found = entities->getEntity(entity, AcDb::kForRead);
+        const Opened<AcDbEntity> held(entity);
+        if (found == Acad::eOk)
             es = visit(*entity);
-            entity->close();
-        } else if (!passesOver) {
-            es = opened;
-        }
+        else if (!passesOver)
+            es = found;
     }
-    record->close();
     return es;
 }
 
@@ -105,15 +113,15 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& matr
 Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) {
     assertWriteEnabled();
     const AcGeMatrix3d made = xform * blockTransform();
-    if (made.isSingular() || !placeFrom(made))
+    if (made.isSingular())
         return Acad::eCannotScaleNonUniformly;
-    for (const AcDbObjectId& id : m_attributes->live()) {
-        AcDbEntity* attribute = nullptr;
-        if (acdbOpenAcDbEntity(attribute, id, AcDb::kForWrite) != Acad::eOk)
-            continue;
+    const PartsToWrite<AcDbEntity> attributes(*m_attributes);
+    if (attributes.status() != Acad::eOk)
+        return attributes.status();
+    if (!placeFrom(made))
+        return Acad::eCannotScaleNonUniformly;
+    for (AcDbEntity* attribute : attributes.parts())
         attribute->transformBy(xform);
-        attribute->close();
-    }
     return Acad::eOk;
 }
 
@@ -139,15 +147,21 @@ Acad::ErrorStatus AcDbBlockReference::subMoveGripPointsAt(const AcDbIntArray& in
     const AcGeMatrix3d move = AcGeMatrix3d::translation(offset);
     if (indices.contains(0))
         return transformBy(move);
+    // All of them are there before the first one moves.
+    std::map<int, Opened<AcDbAttribute>> held;
     for (const int index : indices) {
+        Opened<AcDbAttribute>& place = held[index];
+        if (place)
+            continue;
         AcDbAttribute* attribute = nullptr;
         const Acad::ErrorStatus es =
             openAttribute(attribute, ids[static_cast<std::size_t>(index) - 1], AcDb::kForWrite);
         if (es != Acad::eOk)
             return es;
-        attribute->transformBy(move);
-        attribute->close();
+        place.reset(attribute);
     }
+    for (const int index : indices)
+        held[index]->transformBy(move);
     return Acad::eOk;
 }
 
@@ -188,11 +202,18 @@ Adesk::UInt32 AcDbBlockReference::subSetAttributes(AcGiDrawableTraits* traits) {
 
 void AcDbBlockReference::drawBlock(AcGiWorldDraw& worldDraw, const AcGeMatrix3d& place) const {
     AcGiWorldGeometry& geometry = worldDraw.geometry();
+    const auto drawEntities = [&] {
+        forEachEntity(m_fields.block, true, [&](AcDbEntity& entity) {
+            geometry.draw(&entity);
+            return worldDraw.regenAbort() ? Acad::eUserBreak : Acad::eOk;
+        });
+    };
+    if (auto* const ofBlocks = dynamic_cast<BlockDrawing*>(&worldDraw)) {
+        ofBlocks->drawBlock(m_fields.block, place, drawEntities);
+        return;
+    }
     geometry.pushModelTransform(place);
-    forEachEntity(m_fields.block, true, [&](AcDbEntity& entity) {
-        geometry.draw(&entity);
-        return worldDraw.regenAbort() ? Acad::eUserBreak : Acad::eOk;
-    });
+    drawEntities();
     geometry.popModelTransform();
 }
 
@@ -203,8 +224,8 @@ void AcDbBlockReference::drawAttributes(AcGiWorldDraw& worldDraw) const {
         AcDbEntity* attribute = nullptr;
         if (acdbOpenAcDbEntity(attribute, id, AcDb::kForRead) != Acad::eOk)
             continue;
+        const Opened<AcDbEntity> held(attribute);
         geometry.draw(attribute);
-        attribute->close();
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 
 using namespace embedded;
 
@@ -48,15 +49,47 @@ void appendPoints(const CurvePath& path, const CurvePath& other, AcDb::Intersect
         points.append(point);
 }
 
+using OwnPath = std::function<bool(const AcDbCurve&, CurvePath&)>;
+
+// What a class of somebody else's consists of is known by exploding it: into one curve behind the other, each
+// with a path. False for anything else.
+bool explodedPath(const AcDbCurve& curve, const OwnPath& ownPath, CurvePath& path) {
+    AcDbVoidPtrArray set;
+    if (curve.explode(set) != Acad::eOk)
+        return false;
+    std::vector<std::unique_ptr<AcDbEntity>> parts;
+    for (void* const part : set)
+        parts.emplace_back(static_cast<AcDbEntity*>(part));
+    for (const std::unique_ptr<AcDbEntity>& part : parts) {
+        const AcDbCurve* const piece = AcDbCurve::cast(part.get());
+        CurvePath found;
+        if (piece == nullptr || !ownPath(*piece, found))
+            return false;
+        path.segments.insert(path.segments.end(), found.segments.begin(), found.segments.end());
+    }
+    path.isClosed = curve.isClosed() != 0;
+    return !path.segments.empty();
+}
+
+// The paths of two curves that are to meet. False if one of them has none.
+bool meetingPaths(const AcDbCurve& curve, const AcDbEntity* other, const OwnPath& ownPath, CurvePath& path,
+                  CurvePath& otherPath) {
+    const AcDbCurve* const otherCurve = AcDbCurve::cast(other);
+    const auto pathOf = [&](const AcDbCurve& one, CurvePath& found) {
+        return ownPath(one, found) || explodedPath(one, ownPath, found);
+    };
+    return otherCurve != nullptr && pathOf(curve, path) && pathOf(*otherCurve, otherPath);
+}
+
 } // namespace
 
 Acad::ErrorStatus AcDbCurve::subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
                                               AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker,
                                               Adesk::GsMarker otherGsMarker) const {
-    const AcDbCurve* curve = AcDbCurve::cast(other);
+    const OwnPath ownPath = [](const AcDbCurve& curve, CurvePath& found) { return curve.getPath(found); };
     CurvePath path;
     CurvePath otherPath;
-    if (curve == nullptr || !getPath(path) || !curve->getPath(otherPath))
+    if (!meetingPaths(*this, other, ownPath, path, otherPath))
         return AcDbEntity::subIntersectWith(other, type, points, thisGsMarker, otherGsMarker);
     appendPoints(path, otherPath, type, meetInSpace, points);
     return Acad::eOk;
@@ -66,10 +99,10 @@ Acad::ErrorStatus AcDbCurve::subIntersectWith(const AcDbEntity* other, AcDb::Int
                                               const AcGePlane& projPlane, AcGePoint3dArray& points,
                                               Adesk::GsMarker thisGsMarker,
                                               Adesk::GsMarker otherGsMarker) const {
-    const AcDbCurve* curve = AcDbCurve::cast(other);
+    const OwnPath ownPath = [](const AcDbCurve& curve, CurvePath& found) { return curve.getPath(found); };
     CurvePath path;
     CurvePath otherPath;
-    if (curve == nullptr || !getPath(path) || !curve->getPath(otherPath))
+    if (!meetingPaths(*this, other, ownPath, path, otherPath))
         return AcDbEntity::subIntersectWith(other, type, projPlane, points, thisGsMarker, otherGsMarker);
     const AcGeMatrix3d toView = AcGeMatrix3d::worldToPlane(projPlane.normal());
     appendPoints(

@@ -46,14 +46,17 @@ private:
 };
 
 // The pairs of one cloning. Made empty for each cloning by whoever asks for it, and told to every object that
-// is cloned.
+// is cloned. With its end a cloning that waits for its translation is given up, as by abortDeepClone; if the
+// target has gone by then, destDb answers eNoDatabase to those who are told of it, as origDb does for the
+// other drawing.
 class AcDbIdMapping : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbIdMapping);
     AcDbIdMapping();
     ~AcDbIdMapping() override;
 
-    // Enters a pair. False for a null key, and for one that is there already; that pair stays as it was.
+    // Enters a pair. False for a null key, and for one that is there already; that pair stays as it was. One
+    // without a value says nothing: if the object is cloned, its clone takes that place.
     virtual bool assign(const AcDbIdPair& idPair);
     // Fills a pair in by its key. False if there is none: the pair is left as it was.
     virtual bool compute(AcDbIdPair& idPair) const;

@@ -504,7 +504,8 @@ public:
     Acad::ErrorStatus addReactor(AcDbDatabaseReactor* reactor) const;
     Acad::ErrorStatus removeReactor(AcDbDatabaseReactor* reactor) const;
 
-    // Switches recording for undo off or on. On at the start. Switching off drops the history.
+    // Switches recording for undo off or on. On at the start. Switching off drops the history. Nothing
+    // happens while an undo or redo runs, or a transaction is taken back: that walks the history.
     void disableUndoRecording(bool disable);
     bool undoRecording() const;
     // Begins a new step of the history.

@@ -4,26 +4,14 @@
 #include "db/object_access.h"
 #include "db/open_close.h"
 #include "db/symbol_index.h"
-#include "embedded/console.h"
-#include "platform/text.h"
+#include "embedded/guarded.h"
 #include "rxclass.h"
 
 #include <algorithm>
-#include <exception>
-#include <functional>
 
 namespace embedded::notices {
 
 namespace {
-
-template <class Call>
-void guarded(Call call) {
-    try {
-        call();
-    } catch (const std::exception& failure) {
-        writeToConsole(L"A reactor failed: " + platform::fromUtf8(failure.what()) + L"\n");
-    }
-}
 
 // In the order of adding. Whoever is removed meanwhile is not told any more.
 template <class Reactor, class List, class Call>
@@ -35,7 +23,7 @@ void tellEach(List list, Call call) {
     for (Reactor* reactor : told) {
         now = list();
         if (now != nullptr && std::find(now->begin(), now->end(), reactor) != now->end())
-            guarded([&] { call(*reactor); });
+            guarded(kReactorFailed, [&] { call(*reactor); });
     }
 }
 
@@ -71,14 +59,19 @@ void tellPersistent(const AcDbObject& object, Call call, bool onlyResident = fal
         return;
     const std::vector<AcDbObjectId> ids = extras->reactors;
     for (const AcDbObjectId& id : ids) {
-        AcDbObject* reactor = nullptr;
         if (!objectIsLive(id) || id == object.objectId() ||
-            (onlyResident && static_cast<AcDbStub*>(id)->object == nullptr) ||
-            openStub(id, AcDb::kForNotify, false, reactor) != Acad::eOk)
+            (onlyResident && static_cast<AcDbStub*>(id)->object == nullptr))
             continue;
-        guarded([&] { call(*reactor); });
+        bool opened = false;
+        guarded(kReactorFailed, [&] {
+            AcDbObject* reactor = nullptr;
+            opened = openStub(id, AcDb::kForNotify, false, reactor) == Acad::eOk;
+            if (opened)
+                call(*reactor);
+        });
         // Only the notify is given back: the object may be open for something else beside it.
-        static_cast<AcDbStub*>(id)->clear(kOpenForNotify);
+        if (opened)
+            static_cast<AcDbStub*>(id)->clear(kOpenForNotify);
     }
 }
 

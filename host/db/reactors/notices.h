@@ -5,7 +5,7 @@
 class AcDbStub;
 
 // How objects tell their reactors, those of their database, and the objects that they name as persistent
-// reactors. An exception that leaves a reactor is printed on the console, and the next one is told.
+// reactors. Whatever leaves a reactor is printed on the console, and the next one is told.
 namespace embedded::notices {
 
 // A fresh object has its id and its owner.

@@ -9,7 +9,8 @@ class AcDbIdMapping;
 class AcDbObjectId;
 class AcGePoint3d;
 
-// Hears of what happens to drawings. Belongs to whoever added it.
+// Hears of what happens to drawings. Belongs to whoever added it. Whatever it lets out is printed on the
+// console, and nothing else comes of it.
 class AcRxEventReactor : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcRxEventReactor);

@@ -9,7 +9,8 @@
 class AcDbDatabase;
 
 // A T for each drawing. It comes into being as a copy of a prototype when it is first asked for, and goes
-// with its drawing. One entry is remembered, so that repeated calls for the same drawing search nothing; for
+// with its drawing. Should the T that goes ask for its drawing's T once more, it gets a fresh one, which goes
+// right behind it. One entry is remembered, so that repeated calls for the same drawing search nothing; for
 // the host's main thread only.
 template <class T>
 class ORV_CDocData final : public ORV_CDocDataBase {
@@ -35,11 +36,18 @@ public:
     }
 
     void onDatabaseToBeDestroyed(AcDbDatabase* db) override {
-        m_data.erase(db);
-        m_lastData = nullptr;
+        remove(db);
+        remove(db); // what the first one asked for while it went
     }
 
 private:
+    // Out of the map first: while it goes, nobody may come upon it.
+    void remove(AcDbDatabase* db) {
+        m_lastData = nullptr;
+        m_data.extract(db); // goes at the end of this line
+        m_lastData = nullptr;
+    }
+
     // Asking is no change, though it may make the entry that is asked for.
     mutable std::map<AcDbDatabase*, T> m_data;
     T m_prototype;

@@ -38,10 +38,12 @@ void MovedElements::add(const AcDbObjectId& id, boost::function<void()> handler)
 }
 
 void MovedElements::clear() {
+    // The list is empty before the handlers go: what goes with one of them may note elements anew.
     m_byClass.clear();
     m_all.clear();
-    m_handlers.clear();
     m_postCloneQueued = false;
+    std::map<AcDbObjectId, boost::function<void()>> gone;
+    gone.swap(m_handlers);
 }
 
 void MovedElements::queuePostCloneProcessing() { m_postCloneQueued = true; }

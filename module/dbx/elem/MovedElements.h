@@ -31,7 +31,7 @@ struct TALDORK_API MovedElements {
     // Notes an element under its own class, with its handler. The first handler of an id stays. That of an id
     // that was left out is kept too.
     void add(const AcDbObjectId& id, boost::function<void()> handler);
-    // Forgets all, and that processing was asked for.
+    // Forgets all, and that processing was asked for. What is noted while the handlers go stays noted.
     void clear();
 
     // Asks for a pass over the list after the clone.

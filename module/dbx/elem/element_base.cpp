@@ -143,8 +143,13 @@ void ElementBase::addGripFilter(const GripFilter& filter) {
 }
 
 bool ElementBase::filterGrip(const AcGePoint3d& point) const {
-    return std::all_of(m_gripFilters.begin(), m_gripFilters.end(),
-                       [&point](const GripFilter& filter) { return filter(point); });
+    // By index and with a copy: a filter may add one.
+    for (std::size_t i = 0; i < m_gripFilters.size(); ++i) {
+        const GripFilter filter = m_gripFilters[i];
+        if (!filter(point))
+            return false;
+    }
+    return true;
 }
 
 void ElementBase::copyFromBase(const ElementBase* source) { ORV_ASSERT(source); }

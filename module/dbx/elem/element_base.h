@@ -150,12 +150,14 @@ public:
     bool load(const KeyValueStorage& storage);
 
     // File the whole element; a concrete element calls them from its own filing, behind the host class's.
-    // The status of the first call that fails, or eOk. What an archive or a plugin throws passes through.
-    // See docs/element-stream.md.
+    // The status of the first call that fails, or eOk; 301 for a property of a type that cannot be filed, 22
+    // for such a value in a tree. What an archive or a plugin throws passes through. See
+    // docs/element-stream.md.
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler& filer) const;
     // Replaces plugins, properties, tree and log, and sets the link to the store. Status 301, by which the
     // host keeps the object as a proxy, for a newer stream (with nothing changed), for a plugin or an element
-    // that does not load, and for a wrong end.
+    // that does not load, a property or an argument of an unknown type, a newer or damaged log, and a wrong
+    // end; 22 or 33 for a damaged tree. AlreadyExistsException for a property's key that comes twice.
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler& filer);
 
     // What the host reports, handed to each plugin in order. A plugin that throws ends the round; what it

@@ -26,6 +26,8 @@ public:
     ElementLog();
     ~ElementLog();
 
+    // Arguments are of the types that properties can have (docs/properties.md): an element whose log has one
+    // of another type is written without it, and that log cannot be read again: the element stays a proxy.
     void append(LogLevel level, std::uint64_t msgId, unsigned int extra);
     void append(LogLevel level, std::uint64_t msgId, const boost::any& argument, unsigned int extra);
     void append(LogLevel level, std::uint64_t msgId, const std::deque<boost::any>& arguments,

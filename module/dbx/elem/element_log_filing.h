@@ -11,7 +11,8 @@ namespace orv {
 class ElementLog;
 
 // Files version, number of entries, the entries with their arguments, and magic. The first failing status of
-// the filer, or eOk. An argument that cannot be filed is reported and left out. See docs/element-stream.md.
+// the filer, or eOk. An argument that cannot be filed is reported and left out,
+// although it is counted: such a block cannot be read again. See docs/element-stream.md.
 TALDORK_API Acad::ErrorStatus dwgOutLog(AcDbDwgFiler& filer, const ElementLog& log);
 
 // Replaces the entries by what the filer delivers. The first failing status, or eOk; 301 for a newer block,

@@ -12,6 +12,7 @@
 #include "dbx/elem/plugin_registry.h"
 #include "dbx/elem/proxy_plugin.h"
 #include "orvcore/warn_on_new_version.h"
+#include "platform/text.h"
 #include "property_tree/arx/property_tree_filer.h"
 
 #include "AcString.h"
@@ -30,6 +31,12 @@ constexpr unsigned int kHasIdLists = 4;
 constexpr unsigned int kHasTrees = 6;
 // The only one with a flag behind the plugins.
 constexpr unsigned int kHasOldFlag = 1;
+
+// For what has reported its failure itself.
+void passOn(Acad::ErrorStatus es) {
+    if (es != Acad::eOk)
+        throw es;
+}
 
 } // namespace
 
@@ -155,7 +162,9 @@ void ElementReader::keepUnknownPlugin(Record& record) {
     ORV_ASSERT_STATUS(dwgInProperties(m_filer, plugin->m_properties));
     if (m_version >= kHasTrees)
         ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, plugin->m_tree));
-    m_element.m_unknownPlugins.emplace_back(record.pluginId.utf8(), plugin);
+    const char* const id = record.pluginId.kszPtr();
+    m_element.m_unknownPlugins.emplace_back(
+        id != nullptr ? std::string(id) : platform::toUtf8(record.pluginId.kACharPtr()), plugin);
 }
 
 void ElementReader::readLink() {
@@ -188,7 +197,7 @@ void ElementReader::readLog() {
     if (!hasLog)
         return;
     m_element.m_log = boost::make_shared<ElementLog>();
-    ORV_ASSERT_STATUS(dwgInLog(m_filer, *m_element.m_log));
+    passOn(dwgInLog(m_filer, *m_element.m_log));
 }
 
 void ElementReader::readMagic() {
@@ -202,7 +211,7 @@ void ElementReader::readMagic() {
 
 boost::shared_ptr<Blob> ElementReader::readBlock(unsigned int size) {
     auto block = boost::make_shared<Blob>();
-    ORV_ASSERT_STATUS(block->dwgInBytes(&m_filer, size));
+    passOn(block->dwgInBytes(&m_filer, size));
     return block;
 }
 

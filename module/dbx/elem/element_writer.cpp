@@ -118,8 +118,11 @@ void ElementWriter::writeOwnData() {
 void ElementWriter::writeLog() {
     const boost::shared_ptr<ElementLog>& log = m_element.m_log;
     ORV_ASSERT_STATUS(m_filer.writeBool(log.get() != nullptr));
-    if (log)
-        ORV_ASSERT_STATUS(dwgOutLog(m_filer, *log));
+    if (!log)
+        return;
+    const Acad::ErrorStatus es = dwgOutLog(m_filer, *log); // reports its failure itself
+    if (es != Acad::eOk)
+        throw es;
 }
 
 } // namespace orv::elem

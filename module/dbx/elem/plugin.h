@@ -20,26 +20,43 @@ public:
     virtual const std::string& pluginId() const = 0;
 
 protected:
-    // Called by setOwner. The old owner is null the first time.
+    // The hooks below come in the order of the element's plugins, by the element's trigger of the same name,
+    // which the concrete element calls when the host tells it of the event; the trigger's comment says for
+    // what the host object is open then. What a hook throws is printed and ends the round: those behind do
+    // not hear.
+
+    // Called by setOwner, whatever the element is open for. The old owner is null the first time.
     virtual void onDetached(ElementBase* previousOwner);
     virtual void onAttached();
+    // Before grips move by that vector, which may be changed for those behind and for the element. Write.
     virtual void onPreMoveGrips(AcGeVector3d& offset);
+    // The user looks at the element: grips of the plugin's own may be made. Read.
     virtual void onGetGrips(GripManager::ScopedCreator& creator) const;
+    // Before the element is transformed by that matrix, which may be changed likewise. Write.
     virtual void onPreTransform(AcGeMatrix3d& xform);
+    // After it was, by what the matrix had become. Write.
     virtual void onPostTransform(const AcGeMatrix3d& xform);
+    // Before the entity draws itself, and when the plugin may draw with it: what looks the same from
+    // everywhere. Colours and other traits that are set hold for this plugin. Read.
     virtual void onPreWorldDraw(const AcDbEntity& entity, AcGiWorldDraw& wd);
     virtual void onWorldDraw(AcadWorldDraw& wd, System& system);
+    // The same for one viewport. Traits hold for the plugins behind, too. Read.
     virtual void onPreViewportDraw(const AcDbEntity& entity, AcGiViewportDraw& vd);
     virtual void onViewportDraw(AcadViewportDraw& vd, System& system);
+    // The element is erased (true) or brought back. Write.
     virtual void onErase(bool erasing);
+    // On the clone, once all that was cloned with it is there and its ids lead to the clones. Write.
     virtual void onPostClone();
+    // Somebody asks what the element is: titled values may be added. Read.
     virtual void onAppendElementInfo(ElementInfoContext& info) const;
     // Vetoes: true unless overridden.
     virtual bool canElementBeCloned(const ElementCloneContext& context) const;
     virtual bool canElementBeTransformed() const;
+    // The element has been moved, by whatever way; all of that move is done. Write.
     virtual void onMoved();
 
 public:
+    // A front end that snaps asks for the ends of the element; nobody here does.
     virtual void onQueryEndpointInterface(geom::EndpointInterface& endpoints) const;
 
 protected:

@@ -48,6 +48,11 @@ AcDbObject* openConnected(ORV_CDBTransactionManager& transaction, const AcDbObje
 // What a connected entity needs so that it shows the element as it is now.
 void requestDrawing(AcDbEntity& entity) { entity.recordGraphicsModified(true); }
 
+struct ClearingAtEnd {
+    Plugin_ConnectedElements::Ids& ids;
+    ~ClearingAtEnd() { ids.clear(); }
+};
+
 AcDbDatabase* databaseOf(ElementBase& element) { return element.acdb_id().database(); }
 
 } // namespace
@@ -158,10 +163,10 @@ void Plugin_ConnectedElements::onErase(bool erasing) {
     ORV_ASSERT(owner());
     if (!erasing)
         return;
+    const ClearingAtEnd clearing{m_ids}; // also when an object that goes throws
     if (owner() != nullptr && !ORV_CDBTransactionManager::getUndoRedoActive() &&
         (m_behaviour & kEraseConnected) != 0)
         eraseAll();
-    m_ids.clear();
 }
 
 void Plugin_ConnectedElements::eraseAll() {

@@ -27,6 +27,10 @@ enum Ownership : std::uint32_t {
 // flags. The set does not watch the objects: an id stays when its object is erased by others, and is passed
 // over.
 //
+// A class that derives from this and does not have an id and a creator of its own comes back from every file,
+// undo and clone as this class, with hard pointers; one with soft pointers under this id is therefore
+// reported at every reading, and then has the stored ones.
+//
 // "Read" and "write" are the owner's checks, as in IPlugin. For the data see docs/plugin-bodies.md.
 class TALDORK_API Plugin_ConnectedElements : public ElementBase::IPlugin {
 public:

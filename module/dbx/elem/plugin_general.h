@@ -19,6 +19,10 @@ class Plugin_General_PE;
 // which its text stands from it. Who gets which number is decided by the front end, which a drawing can be
 // opened without: it installs a Plugin_General_PE.
 //
+// A class that derives from this and does not have an id and a creator of its own comes back from every file,
+// undo and clone as this class, without what it overrides. With an id of its own it is found by dynamic_cast,
+// not by the id of this one.
+//
 // "Read" and "write" are the owner's checks, as in IPlugin. For the data see docs/plugin-bodies.md.
 class TALDORK_API Plugin_General : public ElementBase::IPlugin {
 public:

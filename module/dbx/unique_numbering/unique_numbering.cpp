@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <memory_resource>
 #include <utility>
 #include <vector>
 
@@ -42,9 +41,20 @@ Acad::ErrorStatus openModelSpace(OpenBlock& space) {
     return es != Acad::eOk ? es : closed;
 }
 
-bool isPassedOver(const AcDbObjectId& id, bool withErased) {
-    return !id.isValid() || (!withErased && (id.isErased() || id.isEffectivelyErased()));
-}
+// Erased with its owner. That is the space, which is asked once; an entity itself only where a damaged
+// drawing lists it here and names another owner.
+class GoneWithOwner {
+public:
+    explicit GoneWithOwner(const AcDbObjectId& space)
+        : m_space(space), m_isSpaceGone(space.isEffectivelyErased()) {}
+    bool operator()(const AcDbObject& entity) const {
+        return (m_isSpaceGone || entity.ownerId() != m_space) && entity.objectId().isEffectivelyErased();
+    }
+
+private:
+    const AcDbObjectId m_space;
+    const bool m_isSpaceGone;
+};
 
 // The entities of a class in the working drawing's model space, those of derived classes with `withDerived`.
 // One that cannot be opened is left out. The status of the last opening; eOk after an exception, with what
@@ -63,19 +73,62 @@ Acad::ErrorStatus scanModelSpace(std::vector<AcDbObjectId>& found, const AcRxCla
         if (es != Acad::eOk)
             return es;
         const std::unique_ptr<AcDbBlockTableRecordIterator> owned(entities);
+        const GoneWithOwner hasGone(space->objectId());
         for (; !entities->done(); entities->step(true, true)) {
             AcDbObjectId id;
-            if (entities->getEntityId(id) != Acad::eOk || isPassedOver(id, withErased))
+            if (entities->getEntityId(id) != Acad::eOk || !id.isValid() || (!withErased && id.isErased()))
                 continue;
             AcDbObject* entity = nullptr;
             es = manager.getObject(entity, id, AcDb::kForRead, false, true);
-            if (es == Acad::eOk && (withDerived ? entity->isKindOf(cls) : entity->isA() == cls))
+            if (es != Acad::eOk || (!withErased && hasGone(*entity)))
+                continue;
+            if (withDerived ? entity->isKindOf(cls) : entity->isA() == cls)
                 found.push_back(id);
         }
         return es;
     }
     ORV_CRITICAL_GUARD(Acad::eOk)
 }
+
+// A map whose entries mostly come in ascending order, and never leave: those stand in a row, the others in a
+// tree. Of both the last one of the row is the greatest.
+template <class Key, class Value>
+class RisingMap {
+public:
+    using Entry = std::pair<Key, Value>;
+
+    // The key's value, and whether it was entered now; one that is there stays.
+    std::pair<const Value*, bool> insert(const Key& key, const Value& value) {
+        if (m_row.empty() || m_row.back().first < key) {
+            m_row.emplace_back(key, value);
+            return {&m_row.back().second, true};
+        }
+        if (const Value* const known = inRow(key))
+            return {known, false};
+        const auto entered = m_rest.emplace(key, value);
+        return {&entered.first->second, entered.second};
+    }
+    // `end` for an unknown key.
+    const Value* find(const Key& key) const {
+        if (const Value* const known = inRow(key))
+            return known;
+        const auto found = m_rest.find(key);
+        return found != m_rest.end() ? &found->second : end();
+    }
+    const Value* end() const { return nullptr; }
+    bool empty() const { return m_row.empty(); }
+    const Value& last() const { return m_row.back().second; }
+
+private:
+    const Value* inRow(const Key& key) const {
+        const auto found = std::lower_bound(m_row.begin(), m_row.end(), key,
+                                            [](const Entry& entry, const Key& k) { return entry.first < k; });
+        return found != m_row.end() && found->first == key ? &found->second : nullptr;
+    }
+
+    std::vector<Entry> m_row;
+    std::map<Key, Value> m_rest;
+};
 
 // The sum goes round: numbers come from drawings and may be any.
 int successor(int no) { return static_cast<int>(static_cast<unsigned int>(no) + 1); }
@@ -87,28 +140,17 @@ int successor(int no) { return static_cast<int>(static_cast<unsigned int>(no) + 
 struct NumberingBucket::Impl {
     void enter(const AcDbObjectId& id, int no);
 
-    // Entries never leave, so their memory goes with the table, all at once.
-    std::pmr::monotonic_buffer_resource memory;
-    std::pmr::map<AcDbObjectId, int> id2no{&memory};
-    std::pmr::map<int, AcDbObjectId> no2id{&memory};
+    RisingMap<AcDbObjectId, int> id2no;
+    RisingMap<int, AcDbObjectId> no2id;
 };
-
-// As insert. Most entries come in ascending order, which costs no search this way.
-template <class Map>
-std::pair<typename Map::iterator, bool> enterInto(Map& map, const typename Map::key_type& key,
-                                                  const typename Map::mapped_type& value) {
-    const std::size_t before = map.size();
-    const auto at = map.emplace_hint(map.end(), key, value);
-    return {at, map.size() != before};
-}
 
 void NumberingBucket::Impl::enter(const AcDbObjectId& id, int no) {
     {
-        const auto ok = enterInto(id2no, id, no);
+        const auto ok = id2no.insert(id, no);
         ORV_ASSERT(ok.second == true);
     }
     {
-        const auto ok = enterInto(no2id, no, id);
+        const auto ok = no2id.insert(no, id);
         ORV_ASSERT(ok.second == true);
     }
 }
@@ -133,15 +175,13 @@ std::tr1::shared_ptr<NumberingBucket> NumberingBucket::acquire(AcDbDatabase*, Ca
     return bucket;
 }
 
-int NumberingBucket::nextFreeNo() {
-    return m_impl->id2no.empty() ? 1 : successor(m_impl->id2no.rbegin()->second);
-}
+int NumberingBucket::nextFreeNo() { return m_impl->id2no.empty() ? 1 : successor(m_impl->id2no.last()); }
 
 boost::optional<AcDbObjectId> NumberingBucket::getIdByNo(int no) {
-    const auto found = m_impl->no2id.find(no);
+    const AcDbObjectId* const found = m_impl->no2id.find(no);
     if (found == m_impl->no2id.end())
         return boost::none;
-    return found->second;
+    return *found;
 }
 
 bool NumberingBucket::allocate(const AcDbObjectId& id, int no) {
@@ -154,9 +194,8 @@ bool NumberingBucket::allocate(const AcDbObjectId& id, int no) {
 }
 
 boost::optional<int> NumberingBucket::getOrCreateNo(const AcDbObjectId& id) {
-    const auto known = m_impl->id2no.find(id);
-    if (known != m_impl->id2no.end())
-        return known->second;
+    if (const int* const known = m_impl->id2no.find(id))
+        return *known;
     const int no = nextFreeNo();
     m_impl->enter(id, no);
     return no;

@@ -25,6 +25,10 @@ struct TALDORK_API NumberingBucket {
     // keep it, the number leads to the first, and that is reported. A drawing that cannot be walked gives
     // what was found until then. What the callback throws comes out of here; an empty one throws
     // boost::bad_function_call at the first entity. Opens every entity: take one bucket for many elements.
+    //
+    // Within a transaction that runs already, all of model space stays open for read until that ends, and
+    // until then is opened for write through a transaction only. Whoever wants to change elements otherwise
+    // takes the bucket before the transaction.
     static std::tr1::shared_ptr<NumberingBucket> acquire(AcDbDatabase* db, Callback callback);
 
     NumberingBucket(const NumberingBucket& other);

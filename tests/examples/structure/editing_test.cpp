@@ -390,17 +390,37 @@ TEST_F(EditingTest, ACopyInNoDrawingBecomesAnElementOfItsOwnWhenItIsAppended) {
     expectUniqueNumbers();
 }
 
-TEST_F(EditingTest, TheEndOfACommandDoesWhatIsDue) {
+TEST_F(EditingTest, TheEndOfACommandDoesWhatIsDueAndOneUndoTakesAllBack) {
     const Frame made = frame();
     const AcDbObjectId beam = made.beams.front();
-    {
-        const Open<AcDbEntity> entity(beam, AcDb::kForWrite);
-        ASSERT_EQ(entity->transformBy(AcGeMatrix3d::translation(kUp)), Acad::eOk);
-    }
     const AcDbObjectId node = Open<Beam>(beam)->startNode();
-    EXPECT_FALSE(placeOf(node).isEqualTo(startOf(beam)));
-    structure::MovedElementsReactor().commandEnded(L"MOVE");
+    const Streams before = streams();
+    EXPECT_TRUE(embedded::runCommand(*db, L"MOVE", [&] {
+        {
+            const Open<AcDbEntity> entity(beam, AcDb::kForWrite);
+            EXPECT_EQ(entity->transformBy(AcGeMatrix3d::translation(kUp)), Acad::eOk);
+        }
+        EXPECT_FALSE(placeOf(node).isEqualTo(startOf(beam)));
+        return true;
+    }));
     EXPECT_TRUE(placeOf(node).isEqualTo(startOf(beam)));
+    const Streams after = streams();
+    ASSERT_TRUE(embedded::undo(*db));
+    EXPECT_TRUE(streams() == before);
+    ASSERT_TRUE(embedded::redo(*db));
+    EXPECT_TRUE(streams() == after);
+}
+
+TEST_F(EditingTest, ANewElementHasItsNumberAtTheEndOfItsCommand) {
+    frame();
+    AcDbObjectId slab;
+    EXPECT_TRUE(embedded::runCommand(*db, L"SLAB", [&] {
+        slab = append(new Slab({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, 0.2));
+        EXPECT_EQ(numberOf(slab), 0u);
+        return true;
+    }));
+    EXPECT_NE(numberOf(slab), 0u);
+    expectUniqueNumbers();
 }
 
 TEST_F(EditingTest, AfterAnUndoNothingIsDue) {

@@ -8,12 +8,16 @@
 #include "support/test_element.h"
 
 #include "base/key_value_storage.h"
+#include "dbdict.h"
 #include "dbents.h"
+#include "dbidmap.h"
+#include "dbx/NamedSelection.h"
 #include "dbx/binary_in_archive.h"
 #include "dbx/binary_out_archive.h"
 #include "embedded/display_list.h"
 #include "orvcore/warn_on_new_version.h"
 #include "orvshape/element_contexts.h"
+#include "orvshape/endpoint_interface.h"
 
 #include <boost/make_shared.hpp>
 
@@ -415,6 +419,63 @@ TEST_F(ElementTest, ASelectionTakesNoIdOfAnotherDrawing) {
     AcDbDatabase* const other = embedded::newDocument();
     EXPECT_EQ(structure::setSelection(*other, L"mixed", {here}), Acad::eWrongDatabase);
     EXPECT_TRUE(structure::selectionNames(*other).empty());
+}
+
+TEST_F(ElementTest, ErasedMembersAreForgottenSoThatAClonedSelectionIsWhole) {
+    const AcDbObjectId a = node(), b = node(), c = node();
+    ASSERT_EQ(structure::setSelection(*db, L"walls", {a, b, c}), Acad::eOk);
+    ASSERT_EQ(structure::eraseElements({b}), Acad::eOk);
+    ASSERT_EQ(structure::forgetErasedMembers(*db), Acad::eOk);
+    AcDbObjectId list, selection;
+    ASSERT_EQ(
+        Open<AcDbDictionary>(db->namedObjectsDictionaryId())->getAt(structure::kSelectionDictionary, list),
+        Acad::eOk);
+    ASSERT_EQ(Open<AcDbDictionary>(list)->getAt(L"walls", selection), Acad::eOk);
+
+    AcDbDatabase* const target = embedded::newDocument();
+    EXPECT_EQ(structure::forgetErasedMembers(*target), Acad::eOk) << "it has no selections";
+    AcDbObjectIdArray nodes, selections;
+    nodes.append(a);
+    nodes.append(c);
+    selections.append(selection);
+    AcDbIdMapping mapping;
+    ASSERT_EQ(db->wblockCloneObjects(nodes, modelSpace(*target), mapping, AcDb::kDrcIgnore, true), Acad::eOk);
+    ASSERT_EQ(
+        db->wblockCloneObjects(selections, target->namedObjectsDictionaryId(), mapping, AcDb::kDrcIgnore),
+        Acad::eOk);
+    std::set<AcDbObjectId> copies;
+    for (const AcDbObjectId& id : {a, c}) {
+        AcDbIdPair pair(id, AcDbObjectId(), false);
+        ASSERT_TRUE(mapping.compute(pair));
+        copies.insert(pair.value());
+    }
+    AcDbIdPair pair(selection, AcDbObjectId(), false);
+    ASSERT_TRUE(mapping.compute(pair));
+    EXPECT_EQ(Open<orv::ORV_NamedSelection>(pair.value())->m_objects, copies);
+}
+
+TEST_F(ElementTest, TheSectionOfABeamTellsItsEnds) {
+    const Frame made = frame();
+    const OpenElement beam(made.columns.front());
+    const auto& curve = static_cast<const ORV_SegmentedCurve&>(beam->entity());
+    orv::geom::EndpointList ends;
+    SectionPlugin::of(*beam)->onQueryEndpointInterface(ends);
+    ASSERT_EQ(ends.endpoints().size(), 2u);
+    AcGePoint3d start, end;
+    curve.getStartPoint(start);
+    curve.getEndPoint(end);
+    EXPECT_EQ(ends.endpoints()[0].point, start);
+    EXPECT_EQ(ends.endpoints()[1].point, end);
+    EXPECT_EQ(ends.endpoints()[0].direction, (start - end).normal());
+    EXPECT_EQ(ends.endpoints()[1].direction, (end - start).normal());
+    for (const orv::geom::Endpoint& endpoint : ends.endpoints())
+        EXPECT_EQ(endpoint.owner, made.columns.front());
+
+    orv::geom::EndpointList none;
+    const OpenElement slab(made.slabs.front());
+    for (const auto& plugin : slab->getConstPluginIterator())
+        plugin->onQueryEndpointInterface(none);
+    EXPECT_TRUE(none.endpoints().empty());
 }
 
 } // namespace

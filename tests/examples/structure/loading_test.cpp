@@ -4,6 +4,7 @@
 
 #include "dbproxy.h"
 #include "embedded/applications.h"
+#include "support/linker_recorder.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -42,6 +43,24 @@ TEST_F(LoadingTest, ItBringsTheModuleItStandsOn) {
     EXPECT_TRUE(std::any_of(applications.begin(), applications.end(), [](const embedded::Application& one) {
         return one.name == L"taldork191_x64.dbx";
     }));
+}
+
+TEST_F(LoadingTest, ItDoesNotStartWithoutTheModuleItStandsOn) {
+    embedded::closeAllDocuments();
+    ASSERT_TRUE(acrxDynamicLinker->unloadModule(kModule));
+    AcRxDynamicLinker* const linker = acrxDynamicLinker;
+    {
+        testing_support::LinkerRecorder asked;
+        asked.refuse(L"taldork191_x64.dbx");
+        EXPECT_FALSE(linker->loadModule(kModule, false));
+        EXPECT_EQ(asked.calls(), testing_support::Calls{"load taldork191_x64.dbx"});
+    }
+    EXPECT_FALSE(isLoaded());
+    EXPECT_EQ(orv::elem::Plugin_General::getProtExt(), nullptr);
+    EXPECT_EQ(acrxClassDictionary->at(L"STR_Node"), nullptr);
+    ASSERT_TRUE(linker->loadModule(kModule, false));
+    EXPECT_TRUE(isLoaded());
+    EXPECT_NE(acrxClassDictionary->at(L"STR_Node"), nullptr);
 }
 
 TEST_F(LoadingTest, AnUnloadedModuleTakesItsNumberingWithIt) {

@@ -128,6 +128,25 @@ TEST_F(AcadDraw, TextWithoutLettersOrDirectionDrawsNothing) {
     EXPECT_TRUE(list.primitives.empty());
 }
 
+TEST_F(AcadDraw, TextAlongItsNormalIsNotHandedToTheHost) {
+    Sketch sketch;
+    std::vector<bool> answers;
+    sketch.world = [&](AcGiWorldDraw& wd) {
+        orv::AcadWorldDraw draw(wd);
+        draw.line({0, 0, 0}, {1, 0, 0});
+        draw.line({0, 0, 0}, {1, 0, 0});
+        // The host, which is to be asked no more, answers that whoever draws is to stop.
+        answers = {draw.text({0, 0, 0}, L"a", {1, 0, 0}), draw.text({0, 0, 0}, L"a", {0, 0, 5}),
+                   draw.text({0, 0, 0}, L"a", {0, 0, -2}),
+                   draw.text({0, 0, 0}, L"a", {1, 1, 0}, {-3, -3, 0})};
+        return true;
+    };
+    embedded::ViewParameters view;
+    view.mostPrimitives = 1;
+    embedded::draw(sketch, view);
+    EXPECT_EQ(answers, (std::vector<bool>{true, false, false, false}));
+}
+
 TEST_F(AcadDraw, SettingsThatMakeNoSenseAreLeftAlone) {
     world([](orv::AcadWorldDraw& draw) {
         EXPECT_EQ(draw.textSize(), 1.0);

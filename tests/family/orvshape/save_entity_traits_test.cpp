@@ -69,3 +69,22 @@ TEST_F(SavedTraits, TrueColourComesBackWithTheIndexBelowIt) {
     EXPECT_EQ(traits.trueColour, AcCmEntityColor(10, 20, 30));
     EXPECT_EQ(traits.colour, 6);
 }
+
+TEST_F(SavedTraits, AnIndexComesBackFromUnderATrueColour) {
+    Sketch sketch;
+    sketch.world = [](AcGiWorldDraw& draw) {
+        draw.subEntityTraits().setColor(5);
+        {
+            const orv::SaveEntityTraits saved(draw.subEntityTraits());
+            draw.subEntityTraits().setTrueColor(AcCmEntityColor(10, 20, 30));
+            draw.geometry().circle(AcGePoint3d(), 1.0, AcGeVector3d::kZAxis);
+        }
+        draw.geometry().circle(AcGePoint3d(), 2.0, AcGeVector3d::kZAxis);
+        return true;
+    };
+    const embedded::DisplayList list = embedded::draw(sketch);
+    ASSERT_EQ(list.primitives.size(), 2u);
+    EXPECT_EQ(list.primitives[0].traits.trueColour, AcCmEntityColor(10, 20, 30));
+    EXPECT_EQ(list.primitives[1].traits.colour, 5);
+    EXPECT_FALSE(list.primitives[1].traits.trueColour.isByColor());
+}

@@ -225,6 +225,64 @@ TEST_F(DrawnCurve, ExplodedArcsLieWhereTheyWereInAnyPlane) {
     }
 }
 
+TEST_F(DrawnCurve, AFullCircleExplodesIntoACircleWhereverItStarts) {
+    const AcGeVector3d normals[] = {{0, 0, 1}, {0, 0, -1}, {1, 2, 3}, {-1, 0, 0.5}};
+    constexpr int kStarts = 500;
+    for (const AcGeVector3d& normal : normals)
+        for (int i = 0; i < kStarts; ++i) {
+            const AcGePoint3d centre(3, -4, 5);
+            AcGeVector3d out = normal.perpVector() * 7.5;
+            out.rotateBy(2 * kPi * i / kStarts, normal);
+            ORV_SegmentedCurve curve;
+            ASSERT_EQ(curve.append(arcAbout(centre + out, centre, 2 * kPi, normal)), Acad::eOk);
+            curve.setColorIndex(3);
+            AcDbVoidPtrArray set;
+            ASSERT_EQ(curve.explode(set), Acad::eOk);
+            ASSERT_EQ(set.length(), 1);
+            const std::unique_ptr<AcDbEntity> piece(static_cast<AcDbEntity*>(set[0]));
+            const AcDbCircle* circle = AcDbCircle::cast(piece.get());
+            ASSERT_NE(circle, nullptr);
+            expectNear(circle->center(), centre);
+            expectNear(circle->normal(), normal.normal());
+            EXPECT_NEAR(circle->radius(), 7.5, 1e-9);
+            EXPECT_EQ(circle->colorIndex(), 3);
+        }
+}
+
+TEST_F(DrawnCurve, PerpendicularSnapLeavesCornersOut) {
+    // An L: right to (4, 0), then up to (4, 3).
+    ORV_SegmentedCurve curve;
+    curve.append(lineOf({0, 0, 0}, {4, 0, 0}));
+    curve.appendLineTo({4, 3, 0});
+    const auto perpendicular = [&](const AcGePoint3d& last) {
+        return snapsOf(curve, AcDb::kOsModePerp, {}, last);
+    };
+    // The corner would be the nearest place of all; neither piece goes on through it.
+    expectPoints(perpendicular({6, -1, 0}), {});
+    // The nearest place is the corner, the nearest at a right angle is on the second piece.
+    expectPoints(perpendicular({4.5, 0.25, 0}), {{4, 0.25, 0}});
+    expectPoints(perpendicular({5, -4, 0}), {});
+    // Beyond the ends an open curve goes on.
+    expectPoints(perpendicular({-2, 1, 0}), {{-2, 0, 0}});
+    expectPoints(perpendicular({-2, 7, 0}), {{4, 7, 0}});
+    curve.appendClosingLine();
+    expectPoints(perpendicular({-2, 5, 0}), {{1.12, 0.84, 0}});
+    expectPoints(perpendicular({5, 2, 0}), {{4, 2, 0}});
+}
+
+TEST_F(DrawnCurve, PerpendicularSnapFindsTheFarSideOfAnArc) {
+    // The upper half of a circle with radius 2, closed by its chord.
+    ORV_SegmentedCurve curve;
+    curve.append(arcAbout({2, 0, 0}, {0, 0, 0}, kPi));
+    curve.appendClosingLine();
+    expectPoints(snapsOf(curve, AcDb::kOsModePerp, {}, {0, -5, 0}), {{0, 0, 0}});
+    // Beside the chord: only the way through the centre is left, and it ends on the far side.
+    expectPoints(snapsOf(curve, AcDb::kOsModePerp, {}, {-3, -3, 0}), {{std::sqrt(2.0), std::sqrt(2.0), 0}});
+    ORV_SegmentedCurve circle;
+    circle.append(arcAbout({2, 0, 0}, {0, 0, 0}, 2 * kPi));
+    expectPoints(snapsOf(circle, AcDb::kOsModePerp, {}, {0, 6, 0}), {{0, 2, 0}});
+}
+
 TEST_F(DrawnCurve, IsDrawnAsChainsAndArcs) {
     ORV_SegmentedCurve curve;
     makeHook(curve);

@@ -116,6 +116,19 @@ TEST(SegmentedCurveFiling, EveryFieldInItsPlace) {
                                         "writeDouble 3.141593", "writeUInt32 1584181715"}));
 }
 
+TEST(SegmentedCurveFiling, VersionNoughtIsReadAsTheFirst) {
+    ORV_SegmentedCurve curve, expected;
+    makeExact(expected);
+    PointFiler filer;
+    filer.points = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {4, 2, 0}, {0, 0, 1}};
+    filer.feed(Adesk::UInt32(0)).feed(Adesk::UInt32(2)).feed(Adesk::UInt8(0));
+    filer.feed(Adesk::UInt8(1)).feed(kPi).feed(ORV_SegmentedCurve::kMagic);
+    EXPECT_EQ(curve.dwgInFields(&filer), Acad::eOk);
+    expectSameShape(curve, expected);
+    EXPECT_NE(bytesOf(curve), Bytes());
+    EXPECT_EQ(bytesOf(curve), bytesOf(expected)) << "and is written as the first";
+}
+
 TEST(SegmentedCurveFiling, EmptyCurveHasNoStart) {
     PointFiler filer;
     ASSERT_EQ(ORV_SegmentedCurve().dwgOutFields(&filer), Acad::eOk);

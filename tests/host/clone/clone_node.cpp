@@ -67,6 +67,8 @@ Acad::ErrorStatus NodeFields::in(AcDbDwgFiler* filer) {
     AcString read;
     filer->readString(read);
     text = read.kACharPtr();
+    if (meant(text) && nodeFaults().thrownOnRead != Acad::eOk)
+        throw nodeFaults().thrownOnRead;
     if (meant(text) && nodeFaults().read != Acad::eOk && filer->filerType() != AcDb::kUndoFiler)
         return nodeFaults().read;
     readIds(filer, softPointers, &AcDbDwgFiler::readSoftPointerId);
@@ -87,6 +89,8 @@ Acad::ErrorStatus NodeFields::in(AcDbDwgFiler* filer) {
     }                                                                                                        \
     Acad::ErrorStatus CLASS::subWblockClone(AcRxObject* owner, AcDbObject*& clone, AcDbIdMapping& idMap,     \
                                             Adesk::Boolean isPrimary) const {                                \
+        if (meant(fields.text) && nodeFaults().throwsOnClone)                                                \
+            throw std::runtime_error("thrown by a clone");                                                   \
         if (meant(fields.text) && nodeFaults().wblockClone != Acad::eOk)                                     \
             return nodeFaults().wblockClone;                                                                 \
         return BASE::subWblockClone(owner, clone, idMap, isPrimary);                                         \
@@ -133,6 +137,8 @@ Acad::ErrorStatus CloneEntity::dwgOutFields(AcDbDwgFiler* filer) const {
 
 Acad::ErrorStatus CloneEntity::subTransformBy(const AcGeMatrix3d& xform) {
     assertWriteEnabled();
+    if (meant(fields.text) && nodeFaults().thrownOnTransform != Acad::eOk)
+        throw nodeFaults().thrownOnTransform;
     if (fields.text == L"FIXED")
         return Acad::eCannotScaleNonUniformly;
     place.transformBy(xform);

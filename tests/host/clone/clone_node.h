@@ -23,6 +23,8 @@ struct NodeFaults {
     Acad::ErrorStatus wblockClone = Acad::eOk;
     bool throwsOnWrite = false;
     bool throwsOnClone = false;
+    Acad::ErrorStatus thrownOnRead = Acad::eOk;
+    Acad::ErrorStatus thrownOnTransform = Acad::eOk;
 };
 NodeFaults& nodeFaults();
 

@@ -138,6 +138,51 @@ TEST_F(BlockReference, AttributesMoveAlongAndByThemselves) {
     EXPECT_FALSE(attributeId.isErased());
 }
 
+TEST_F(BlockReference, AnAttributeThatIsOpenElsewhereRefusesTheMoveOfAll) {
+    const AcDbObjectId id = add(new AcDbBlockReference({10.0, 10.0, 0.0}, m_block));
+    const AcDbObjectId first = addAttribute(id, L"A", L"1");
+    const AcDbObjectId second = addAttribute(id, L"B", L"2");
+    auto* reader = open<AcDbAttribute>(second);
+    auto* reference = open<AcDbBlockReference>(id, AcDb::kForWrite);
+    const AcGeMatrix3d move = AcGeMatrix3d::translation({0.0, 5.0, 0.0});
+    EXPECT_EQ(reference->transformBy(move), Acad::eWasOpenForRead);
+    AcDbIntArray which;
+    which.append(1);
+    which.append(2);
+    EXPECT_EQ(reference->moveGripPointsAt(which, {1.0, 0.0, 0.0}), Acad::eWasOpenForRead);
+    reader->close();
+    expectNear(reference->position(), {10.0, 10.0, 0.0});
+    auto* attribute = open<AcDbAttribute>(first, AcDb::kForWrite);
+    expectNear(attribute->position(), {10.0, 11.0, 0.0});
+    attribute->close();
+    which.append(2);
+    EXPECT_EQ(reference->moveGripPointsAt(which, {1.0, 0.0, 0.0}), Acad::eOk);
+    EXPECT_EQ(reference->transformBy(move), Acad::eOk);
+    reference->close();
+    attribute = open<AcDbAttribute>(first);
+    expectNear(attribute->position(), {11.0, 16.0, 0.0});
+    attribute->close();
+    attribute = open<AcDbAttribute>(second);
+    expectNear(attribute->position(), {12.0, 16.0, 0.0});
+    attribute->close();
+}
+
+TEST_F(BlockReference, WhatAnEntityInsideThrowsLeavesNothingOpen) {
+    class Throwing : public AcDbLine {
+    protected:
+        Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d&, AcDbEntity*&) const override {
+            throw std::runtime_error("it will not be copied");
+        }
+    };
+    const AcDbObjectId inside = add(new Throwing, m_block);
+    const AcDbBlockReference reference({0.0, 0.0, 0.0}, m_block);
+    AcDbVoidPtrArray parts;
+    EXPECT_THROW(reference.explode(parts), std::runtime_error);
+    EXPECT_TRUE(parts.isEmpty());
+    open<AcDbBlockTableRecord>(m_block, AcDb::kForWrite)->close();
+    open<AcDbEntity>(inside, AcDb::kForWrite)->close();
+}
+
 TEST_F(BlockReference, ErasingTakesTheAttributesAlongAndBringsTheSameBack) {
     const AcDbObjectId id = add(new AcDbBlockReference({0.0, 0.0, 0.0}, m_block));
     const AcDbObjectId first = addAttribute(id, L"A", L"1");

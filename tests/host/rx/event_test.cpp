@@ -3,9 +3,12 @@
 #include "rxclass.h"
 #include "rxdict.h"
 
+#include "support/console_recorder.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 namespace {
 
@@ -60,6 +63,34 @@ TEST(Events, ReactorsMayGoDuringACall) {
     embedded::events::databaseConstructed(nullptr);
     embedded::events::databaseConstructed(nullptr);
     EXPECT_EQ(log, L"1made ");
+}
+
+TEST(Events, WhateverAReactorLetsOutIsPrintedAndTheNextIsTold) {
+    std::wstring log;
+    Listener bad(L"1", log);
+    Listener good(L"2", log);
+    acrxEvent->addReactor(&bad);
+    acrxEvent->addReactor(&good);
+    const testing_support::ConsoleRecorder console;
+    const std::function<void()> lettingOut[] = {
+        [] { throw std::runtime_error("an exception"); },
+        [] { throw Acad::eInvalidInput; },
+        [] { throw L"a text"; },
+        [] { throw 5; },
+        [] { throw static_cast<const wchar_t*>(nullptr); },
+    };
+    for (const auto& call : lettingOut) {
+        bad.whenCalled = call;
+        EXPECT_NO_THROW(embedded::events::databaseConstructed(nullptr));
+    }
+    acrxEvent->removeReactor(&bad);
+    acrxEvent->removeReactor(&good);
+    EXPECT_EQ(log, L"1made 2made 1made 2made 1made 2made 1made 2made 1made 2made ");
+    EXPECT_EQ(console.text(), L"A reactor failed: an exception\n"
+                              L"A reactor failed: eInvalidInput\n"
+                              L"A reactor failed: a text\n"
+                              L"A reactor failed: something that is no std::exception was thrown\n"
+                              L"A reactor failed: something that is no std::exception was thrown\n");
 }
 
 TEST(Events, IsAnEntryOfTheSystemRegistry) {

@@ -237,3 +237,26 @@ TEST_F(NamedSelectionDrawing, ACloneInAnotherDrawingWithoutItsObjectsIsRefused) 
     EXPECT_TRUE(selectionIn(target).isNull());
     expectSelection(id, {a, b}, {}, {L"n"});
 }
+
+// An erased member is not cloned, and ends the list of the clone likewise.
+TEST_F(NamedSelectionDrawing, AnErasedMemberKeepsACloneOutOfAnotherDrawing) {
+    ReportRecorder reports;
+    const AcDbObjectId id = put({a, b, c}, {}, {L"n"});
+    eraseObject(b);
+    AcDbDatabase target(true);
+    AcDbIdMapping mapping;
+    ASSERT_EQ(m_db.wblockCloneObjects(arrayOf({a, c}), modelSpaceOf(target), mapping, AcDb::kDrcIgnore, true),
+              Acad::eOk);
+    EXPECT_EQ(
+        m_db.wblockCloneObjects(arrayOf({id}), target.namedObjectsDictionaryId(), mapping, AcDb::kDrcIgnore),
+        Acad::eEndOfObject);
+    EXPECT_TRUE(selectionIn(target).isNull());
+}
+
+TEST_F(NamedSelectionDrawing, ANewDrawingOfTheWholeOneHasNoSelections) {
+    put({a, b}, {}, {L"n"});
+    AcDbDatabase* made = nullptr;
+    ASSERT_EQ(m_db.wblock(made), Acad::eOk);
+    const std::unique_ptr<AcDbDatabase> owned(made);
+    EXPECT_TRUE(selectionIn(*made).isNull());
+}

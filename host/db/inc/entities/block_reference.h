@@ -68,7 +68,8 @@ protected:
     using AcDbEntity::subMoveGripPointsAt;
     // The position, which takes the whole reference along, then that of each attribute, which moves by
     // itself. Transforming takes the attributes along; what could not be a reference any more answers
-    // eCannotScaleNonUniformly, with nothing changed.
+    // eCannotScaleNonUniformly, with nothing changed. An attribute that cannot be opened for write, since
+    // somebody has it open, refuses both with that status, and nothing is changed either.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray& osnapModes,
                                        AcDbIntArray& geomIds) const override;

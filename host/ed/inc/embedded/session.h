@@ -32,15 +32,17 @@ void activateDocument(AcDbDatabase& database);
 
 // The editor's history: a command begins a step; undo and redo move whole steps, as the commands "U" and
 // "REDO" of aced.h. False if there is none, and from within an undo or redo of the same database.
+// beginCommand is the step alone, of which nobody is told: see runCommand.
 void beginCommand(AcDbDatabase& database);
 bool undo(AcDbDatabase& database);
 bool redo(AcDbDatabase& database);
 bool undoRedoActive(const AcDbDatabase& database);
 // Does some work as a command of that name: begins a step, and tells the editor's reactors of start and end
-// (aced.h). `work` answers whether it was done; otherwise, and if it throws, the command has failed, and what
-// it changed until then stays. True if it was done.
+// (aced.h). What these change at the end belongs to the command's step. `work` answers whether it was done;
+// otherwise, and if it throws, the command has failed, and what it changed until then stays. True if it was
+// done.
 bool runCommand(AcDbDatabase& database, const std::wstring& name, const std::function<bool()>& work);
-// Forgets the history: what is erased is gone for good.
+// Forgets the history: what is erased is gone for good. Nothing happens while an undo or redo runs.
 void forgetHistory(AcDbDatabase& database);
 
 // Why the last readDwgFile, save or saveAs failed, as one line; empty if it did not.

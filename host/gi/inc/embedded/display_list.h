@@ -79,7 +79,7 @@ struct DrawFailure {
 struct DisplayList {
     std::vector<Primitive> primitives;
     std::vector<DrawFailure> failures;
-    // The most primitives that were asked for are there, and more would have come.
+    // The most primitives or nested drawables that were asked for are there, and more would have come.
     bool isCut = false;
 
     AcDbExtents extents() const;
@@ -103,6 +103,9 @@ struct ViewParameters {
     bool showsHidden = false;
     // No more primitives than that; 0 for any number. The drawables are told to stop then.
     std::size_t mostPrimitives = 0;
+    // No more drawables inside of others than that, entities of blocks above all; 0 for any number. A few
+    // blocks that hold each other many times over are more than any machine can draw.
+    std::size_t mostNested = 2000000;
 };
 
 // Draws model space, or another block, in its order: each entity's worldDraw, and viewportDraw if that
@@ -113,7 +116,9 @@ DisplayList draw(AcDbDatabase& database, AcDbObjectId block, const ViewParameter
 // A single drawable, in a database or not. Needs it to be open for read.
 DisplayList draw(AcGiDrawable& drawable, const ViewParameters& view = ViewParameters());
 
-// The box of what an entity draws in the world. eInvalidExtents if that is nothing.
+// The box of what an entity draws in the world. eInvalidExtents if that is nothing. In a block reference with
+// very many entities inside (beyond 100,000, not counting again what is there in the same posture) nested
+// blocks may take more room than they have, which is that of their own boxes turned.
 Acad::ErrorStatus drawnExtents(const AcDbEntity& entity, AcDbExtents& extents);
 
 } // namespace embedded

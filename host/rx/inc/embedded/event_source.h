@@ -4,7 +4,8 @@
 
 #include <functional>
 
-// How the database tells the event reactors what happens to it.
+// How the database tells the event reactors what happens to it. What a reactor lets out is printed on the
+// console, and the next one is told: nothing leaves these calls.
 namespace embedded::events {
 
 void databaseConstructed(AcDbDatabase* database);

@@ -61,6 +61,23 @@ TEST(DocData, TheEntryGoesWithItsDrawing) {
     EXPECT_EQ(data(&other), held);
 }
 
+TEST(DocData, AnEntryThatAsksForItsDrawingsEntryAsItGoesGetsAFreshOne) {
+    ORV_CDocData<std::shared_ptr<int>> data;
+    const auto heldByTheFresh = std::make_shared<int>(2);
+    int asked = 0;
+    {
+        AcDbDatabase db(true);
+        data(&db) = std::shared_ptr<int>(new int(1), [&](int* number) {
+            delete number;
+            ++asked;
+            EXPECT_EQ(data(&db), nullptr);
+            data(&db) = heldByTheFresh;
+        });
+    }
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(heldByTheFresh.use_count(), 1) << "it has gone, too";
+}
+
 TEST(DocData, ADrawingAtTheSameAddressBeginsAnew) {
     ORV_CDocData<int> data(3);
     alignas(AcDbDatabase) unsigned char place[sizeof(AcDbDatabase)];

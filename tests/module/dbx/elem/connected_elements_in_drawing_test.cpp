@@ -1,5 +1,6 @@
 // What the plugin for connected elements does to the objects of a drawing.
 
+#include "dbapserv.h"
 #include "dbents.h"
 #include "dbidmap.h"
 #include "dbsymtb.h"
@@ -9,6 +10,7 @@
 #include "gemat3d.h"
 #include "platform/files.h"
 #include "rxclass.h"
+#include "support/beep_recorder.h"
 #include "support/report_recorder.h"
 #include "support/store_drawing.h"
 #include "support/test_element.h"
@@ -16,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -47,9 +50,12 @@ void unregisterOtherElement() {
 class Watched : public AcDbPoint {
 public:
     bool refuses = false;
+    bool throws = false;
 
 protected:
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override {
+        if (throws)
+            throw std::runtime_error("stuck");
         return refuses ? Acad::eNotApplicable : AcDbPoint::subErase(erasing);
     }
 };
@@ -119,10 +125,11 @@ protected:
     }
     std::vector<bool> areErased() const { return {one.isErased(), two.isErased(), three.isErased()}; }
     std::vector<bool> areMarked() const { return {isMarked(one), isMarked(two), isMarked(three)}; }
-    static void refuse(AcDbObjectId id) {
+    static void refuse(AcDbObjectId id, bool byThrowing = false) {
         AcDbEntity* entity = nullptr;
         ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForWrite), Acad::eOk);
-        dynamic_cast<Watched&>(*entity).refuses = true;
+        auto& watched = dynamic_cast<Watched&>(*entity);
+        (byThrowing ? watched.throws : watched.refuses) = true;
         entity->close();
     }
     // Opening for write takes the mark away.
@@ -276,6 +283,65 @@ TEST_F(ConnectedInDrawing, ARefusedEraseIsReportedAndTheWalkGoesOn) {
     EXPECT_EQ(recorder.at(0).values[0].value, "ent->erase()");
 }
 
+TEST_F(ConnectedInDrawing, WhatAConnectedObjectThrowsEndsTheWalkAndTheSetIsEmptyAllTheSame) {
+    refuse(two, true);
+    ReportRecorder recorder;
+    const BeepRecorder beeps;
+    const AcDbObjectId id = element(kErase, {one, two, three});
+    erase(id);
+    EXPECT_TRUE(id.isErased());
+    EXPECT_EQ(areErased(), (Flags{true, false, false}));
+    EXPECT_TRUE(connected(id).empty());
+    EXPECT_EQ(beeps.lines().size(), 1u);
+    EXPECT_EQ(recorder.size(), 0u);
+    // None of them stays open.
+    for (const AcDbObjectId& left : {two, three})
+        clearMark(left);
+}
+
+namespace {
+
+// The drawing that is worked on, for a while.
+struct WorkedOn {
+    explicit WorkedOn(AcDbDatabase* database) : before(services().workingDatabase()) {
+        services().setWorkingDatabase(database);
+    }
+    ~WorkedOn() { services().setWorkingDatabase(before); }
+    static AcDbHostApplicationServices& services() { return *acdbHostApplicationServices(); }
+
+    AcDbDatabase* before;
+};
+
+} // namespace
+
+// Its own drawing is none, so that the one that is worked on stands in.
+TEST_F(ConnectedInDrawing, AnElementOutsideEveryDrawingReachesThoseOfTheOneWorkedOn) {
+    for (AcDbDatabase* const database : {static_cast<AcDbDatabase*>(nullptr), &db}) {
+        const WorkedOn workedOn(database);
+        ReportRecorder recorder;
+        const BeepRecorder beeps;
+        TestElement alone;
+        auto* const plugin = new Plugin_ConnectedElements(kHardPointer);
+        alone.addPlugin(plugin);
+        plugin->setBehaviour(kErase | kRefresh);
+        plugin->add(one);
+        plugin->add(AcDbObjectId());
+        const bool reaches = database != nullptr;
+        EXPECT_EQ(alone.transformBy(AcGeMatrix3d::translation(AcGeVector3d(1, 0, 0))), Acad::eOk);
+        EXPECT_EQ(alone.place, AcGePoint3d(1, 0, 0));
+        EXPECT_EQ(isMarked(one), reaches);
+        EXPECT_EQ(plugin->size(), 2u);
+        // The host erases nothing that is in no drawing, but a front end may tell of it.
+        EXPECT_EQ(alone.erase(), Acad::eNoDatabase);
+        EXPECT_EQ(plugin->size(), 2u);
+        alone.triggerOnErase(true);
+        EXPECT_EQ(one.isErased(), reaches);
+        EXPECT_EQ(plugin->size(), 0u);
+        EXPECT_EQ(recorder.size(), 0u);
+        EXPECT_TRUE(beeps.lines().empty());
+    }
+}
+
 TEST_F(ConnectedInDrawing, ElementsThatAreConnectedToEachOtherAllGo) {
     const AcDbObjectId first = element(kErase, {one});
     const AcDbObjectId second = element(kErase, {first, two});
@@ -370,7 +436,9 @@ TEST_F(ConnectedInDrawing, AssertingForAllOpensEachOfThemForWrite) {
     AcDbEntity* entity = nullptr;
     ASSERT_EQ(acdbOpenObject(entity, one, AcDb::kForRead), Acad::eOk);
     entity->close();
-    EXPECT_TRUE(embedded::undo(db));
+    ASSERT_TRUE(embedded::undo(db));
+    // Without that step the making of the objects would have been undone.
+    EXPECT_FALSE(one.isErased());
     EXPECT_TRUE(two.isErased());
 }
 

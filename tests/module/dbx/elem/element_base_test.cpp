@@ -286,6 +286,35 @@ TEST_F(ElementBaseTest, AllFiltersMustAgree) {
     EXPECT_EQ(asked, std::vector<int>{1});
 }
 
+TEST_F(ElementBaseTest, AFilterThatAFilterAddsIsAskedBehindTheOthers) {
+    std::vector<std::string> asked;
+    // So many that the list does not stay where it was.
+    constexpr int kAdded = 500;
+    element.addGripFilter([&](const AcGePoint3d&) {
+        asked.push_back("adding");
+        for (int i = 0; i < kAdded; ++i)
+            element.addGripFilter([&asked](const AcGePoint3d& point) {
+                asked.push_back("added");
+                return point.x < 5;
+            });
+        // What the filter itself holds is still there.
+        asked.push_back("done");
+        return true;
+    });
+    element.addGripFilter([&asked](const AcGePoint3d&) {
+        asked.push_back("second");
+        return true;
+    });
+    EXPECT_TRUE(element.filterGrip(AcGePoint3d(1, 0, 0)));
+    ASSERT_EQ(asked.size(), 3u + kAdded);
+    EXPECT_EQ(asked[1], "done");
+    EXPECT_EQ(asked[2], "second");
+    EXPECT_EQ(asked.back(), "added");
+    asked.clear();
+    EXPECT_FALSE(element.filterGrip(AcGePoint3d(7, 0, 0)));
+    EXPECT_EQ(asked, (std::vector<std::string>{"adding", "done", "second", "added"}));
+}
+
 TEST_F(ElementBaseTest, AnEmptyFilterIsIgnored) {
     element.addGripFilter(ElementBase::GripFilter());
     EXPECT_TRUE(element.filterGrip(AcGePoint3d()));

@@ -228,6 +228,10 @@ TEST_F(ElementInDrawing, KeptRecordsLeadToTheCopiesInAnotherDrawing) {
     EXPECT_EQ(lineCopy.database(), &other);
     TestElement* copy = nullptr;
     ASSERT_EQ(acdbOpenObject(copy, copyOf(m_element), AcDb::kForRead), Acad::eOk);
+    // The link is a hard reference too, here to the dictionary of named objects, of which each drawing has
+    // one.
+    EXPECT_EQ(copy->getNodDatabaseId(), other.namedObjectsDictionaryId());
+    EXPECT_EQ(copy->getNodDatabaseName(), L"ASDWG");
     ASSERT_EQ(recordingPlugins(*copy).size(), 1u);
     EXPECT_EQ(recordingPlugins(*copy)[0]->softIds,
               (std::deque<AcDbObjectId>{lineCopy, AcDbObjectId(), lineCopy}));

@@ -45,6 +45,34 @@ protected:
     TestElement element;
 };
 
+// The reports of calls that failed, by the expressions that they give; other ones by their conditions.
+Texts expressionsOf(const ReportRecorder& reports) {
+    Texts texts;
+    for (const orv::smartassert::Report& report : reports.reports())
+        texts.push_back(report.condition == "es == es2" ? report.values.at(0).value : report.condition);
+    return texts;
+}
+
+// Where a call of the full stream stands among the keys, types and values of the properties: 0, 1 or 2; or
+// -1.
+int partOfProperty(int call) {
+    const Lines stream = fullStream();
+    for (const Lines& block : {kLivingProperties, kUnknownProperties, kOwnProperties}) {
+        const auto found = std::search(stream.begin(), stream.end(), block.begin(), block.end());
+        const int behindCount = call - static_cast<int>(found - stream.begin()) - 1;
+        if (behindCount >= 0 && behindCount < static_cast<int>(block.size()) - 1)
+            return behindCount % 3;
+    }
+    return -1;
+}
+
+// The same for the type and the value of the log's one argument: 1, 2 or -1. The ends of log and stream are
+// behind it.
+int partOfArgument(int call) {
+    const int part = call - static_cast<int>(fullStream().size()) + 5;
+    return part == 1 || part == 2 ? part : -1;
+}
+
 const Lines kLivingRecord = joined({kLivingHead, kLivingIds, kLivingProperties, kLivingTree});
 const std::string kIdCondition = "pluginId.isAscii() && !pluginId.isEmpty()";
 const std::string kPluginLimit = "pluginDataSize <= (1024*10)";
@@ -67,11 +95,9 @@ TEST_F(ElementStreamFailures, EveryCallThatFailsEndsTheReadingWithItsStatus) {
         EXPECT_LE(filer.callCount, call + 3);
         EXPECT_EQ(filer.next, static_cast<std::size_t>(call));
         EXPECT_EQ(one.activeFiler(), &filer);
-        ASSERT_GE(reports.size(), 1u);
-        const orv::smartassert::Report& last = reports.at(reports.size() - 1);
-        EXPECT_EQ(last.condition, "es == es2");
-        ASSERT_FALSE(last.values.empty());
-        EXPECT_EQ(last.values[0], (orv::smartassert::NamedValue{"expression", "errorStatus"}));
+        // Values check their own call, and that of a key or a type ahead of them.
+        const bool isOfValue = partOfProperty(call) >= 0 || partOfArgument(call) >= 0;
+        EXPECT_EQ(expressionsOf(reports), isOfValue ? (Texts{"es", "errorStatus"}) : Texts{"errorStatus"});
     }
 }
 
@@ -81,6 +107,7 @@ TEST_F(ElementStreamFailures, EveryCallThatFailsEndsTheWritingWithItsStatus) {
     const Lines stream = fullStream();
     for (int call = 0; call < static_cast<int>(stream.size()); ++call) {
         SCOPED_TRACE(stream[static_cast<std::size_t>(call)]);
+        reports.clear();
         ScriptFiler filer;
         filer.failAt = call;
         filer.failure = Acad::eOutOfDisk;
@@ -88,10 +115,38 @@ TEST_F(ElementStreamFailures, EveryCallThatFailsEndsTheWritingWithItsStatus) {
         EXPECT_LE(filer.callCount, call + 3);
         EXPECT_EQ(filer.lines, Lines(stream.begin(), stream.begin() + call));
         EXPECT_EQ(element.activeFiler(), &filer);
+        Texts expected = {"errorStatus"};
+        if (partOfProperty(call) > 0)
+            expected = {"es", "errorStatus"};
+        else if (partOfArgument(call) == 1)
+            expected = {"filer.writeUInt32(Adesk::UInt32(id))", "es", "es == Acad::eOk", "errorStatus"};
+        else if (partOfArgument(call) == 2)
+            expected = {"es", "es == Acad::eOk", "errorStatus"};
+        EXPECT_EQ(expressionsOf(reports), expected);
     }
     // Nothing of the failures stays.
     EXPECT_EQ(linesOf(element), stream);
     EXPECT_EQ(element.activeFiler(), nullptr);
+}
+
+TEST_F(ElementStreamFailures, ABlockThatCannotBeReadIsReportedOnceByTheCallItself) {
+    for (const Lines& stream : {streamWith(1, kLivingRecord), streamWith(1, kUnknownHead),
+                                joined({{"Int32 6", "UInt32 0"}, kLink, kOwnData})}) {
+        const auto block = std::find_if(stream.begin(), stream.end(), [](const std::string& line) {
+            return line.compare(0, 6, "Bytes ") == 0;
+        });
+        reports.clear();
+        ScriptFiler filer(stream);
+        filer.failAt = static_cast<int>(block - stream.begin());
+        EXPECT_EQ(element.inStream(filer), Acad::eFilerError);
+        ASSERT_EQ(reports.conditions(), Texts{"es == es2"});
+        const Values& values = reports.at(0).values;
+        ASSERT_EQ(values.size(), 5u);
+        EXPECT_EQ(values[0], (orv::smartassert::NamedValue{"expression", "errorStatus"}));
+        const std::string& file = values[3].value;
+        ASSERT_GE(file.size(), 13u);
+        EXPECT_EQ(file.substr(file.size() - 13), "base/blob.cpp");
+    }
 }
 
 TEST_F(ElementStreamFailures, AWrongEndIsFoundAfterEverythingHasBeenRead) {
@@ -359,6 +414,11 @@ TEST_F(ElementStreamFailures, AnIdWithoutANarrowFormIsKeptUnknown) {
     EXPECT_EQ(reports.conditions(), (Texts{kIdCondition, "pluginId.kszPtr()"}));
     ASSERT_EQ(element.unknownPlugins().size(), 1u);
     EXPECT_EQ(element.unknownPlugins()[0].second->m_data->size(), 3u);
+    // It is written as it came.
+    std::vector<std::uint8_t> again;
+    embedded::MemoryFiler back(AcDb::kCopyFiler, again);
+    EXPECT_EQ(element.outStream(back), Acad::eOk);
+    EXPECT_EQ(again, bytes);
 }
 
 TEST_F(ElementStreamFailures, AnUnknownPluginWithoutDataIsReportedAndLeftOut) {
@@ -412,11 +472,48 @@ TEST_F(ElementStreamFailures, ALogThatCannotBeReadMakesAProxyOfTheElement) {
     const Lines before =
         joined({{"Int32 6", "UInt32 0"}, kLink, kNoOwnData, kNoProperties, kEmptyTree, {"Bool true"}});
     EXPECT_EQ(read(joined({before, {"Int32 2"}})), 301);
+    EXPECT_EQ(reports.size(), 0u);
     EXPECT_EQ(read(joined({before, {"Int32 1", "UInt32 0", "Int32 0"}})), 301);
+    EXPECT_EQ(reports.size(), 1u);
+    expectReport(0, "magic == kMagic", Severity::kDebug, "Filing error. Possible reason: data corruption.",
+                 {{"magic", "0"}, {"kMagic", "1810278167"}});
     // The log that the element had is gone.
     element.assertLog().append(orv::kLogError, 1, 1);
     EXPECT_EQ(read(joined({before, {"Int32 2"}})), 301);
     EXPECT_EQ(element.getLog().size(), 0u);
+}
+
+TEST_F(ElementStreamFailures, ALogWithAnArgumentThatCannotBeFiledIsWrittenAndNotReadAgain) {
+    element.setNodDatabaseId(idOf(0x10), L"ASDWG");
+    element.assertLog().append(orv::kLogError, 5, boost::any(std::string("narrow")), 6);
+    std::vector<std::uint8_t> bytes;
+    embedded::MemoryFiler out(AcDb::kCopyFiler, bytes);
+    EXPECT_EQ(element.outStream(out), Acad::eOk);
+    EXPECT_EQ(reports.conditions(), (Texts{"it != m_out.end()", "es == Acad::eOk"}));
+    expectReport(1, "es == Acad::eOk", Severity::kWarning, "no filer available!");
+    reports.clear();
+    // The end of the log is taken for the type of the argument.
+    TestElement back;
+    embedded::MemoryFiler in(AcDb::kCopyFiler, bytes.data(), bytes.size());
+    EXPECT_EQ(static_cast<int>(back.inStream(in)), 301);
+    EXPECT_EQ(in.left(), 4u);
+    EXPECT_EQ(reports.conditions(), (Texts{"it != m_id2in.end()", "es == es2"}));
+    EXPECT_TRUE(back.isLogEmpty());
+}
+
+TEST_F(ElementStreamFailures, AKeyThatIsTwiceAmongThePropertiesThrowsThroughTheReading) {
+    const Lines twice = {"UInt32 2", "UInt32 7", "UInt32 12", "Int32 -5", "UInt32 7", "UInt32 12", "Int32 6"};
+    const Lines ofElement = joined({{"Int32 6", "UInt32 0"}, kLink, kNoOwnData, twice});
+    const Lines ofLiving = joined({{"Int32 6", "UInt32 1"}, kLivingHead, kLivingIds, twice});
+    const Lines ofUnknown = joined({{"Int32 6", "UInt32 1"}, kUnknownHead, kUnknownIds, twice});
+    for (const Lines& stream : {ofElement, ofLiving, ofUnknown}) {
+        ScriptFiler filer(stream);
+        EXPECT_THROW(element.inStream(filer), orv::AlreadyExistsException);
+        EXPECT_TRUE(filer.isAtEnd());
+        EXPECT_EQ(element.activeFiler(), &filer);
+        EXPECT_TRUE(recordingPlugins(element).empty());
+        EXPECT_TRUE(element.unknownPlugins().empty());
+    }
 }
 
 TEST_F(ElementStreamFailures, AfterAFailureThePluginsAreThoseReadSoFar) {

@@ -95,6 +95,25 @@ TEST_F(ElementStreamVersions, TwoHasNoFlagAndTheElementsOwnLoadingIsNotCalled) {
     EXPECT_EQ(linesOf(element), writtenNow(kNoIds, kNoIds, kOldLiving, kNoOwnData));
 }
 
+// No release has written it. It is older than all that came later, and the flag is in that of version 1
+// alone.
+TEST_F(ElementStreamVersions, ZeroIsReadLikeTwo) {
+    readAll(element, joined({{"Int32 0", "UInt32 2"},
+                             kOldLiving,
+                             kLivingProperties,
+                             kUnknownHead,
+                             kUnknownProperties,
+                             kLink,
+                             kOwnProperties,
+                             kOwnLog,
+                             kMagic}));
+    expectCommonParts(element);
+    EXPECT_EQ(recordingPlugins(element)[0]->elementVersion, 0u);
+    EXPECT_EQ(loadedVersion, 0u);
+    EXPECT_EQ(linesOf(element), writtenNow(kNoIds, kNoIds, kOldLiving, kNoOwnData));
+    EXPECT_EQ(reports.size(), 0u);
+}
+
 TEST_F(ElementStreamVersions, ThreeHasOwnDataAndNeitherListsOfIdsNorTrees) {
     readAll(element, joined({{"Int32 3", "UInt32 2"},
                              kOldLiving,

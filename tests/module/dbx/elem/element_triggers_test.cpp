@@ -242,15 +242,29 @@ TEST_P(EachTrigger, AFailingCheckReachesNoPlugin) {
     }
 }
 
-TEST_P(EachTrigger, APluginThatLeavesTheListMeanwhileStaysAliveForItsCall) {
-    const std::string destroyed = "b.destroyed";
-    plugins[1]->on[GetParam().hook] = [&] {
-        element.detachPlugin(plugins[1]);
-        EXPECT_EQ(std::count(notes.begin(), notes.end(), destroyed), 0);
-    };
+TEST_P(EachTrigger, APluginThatLeavesTheListMeanwhileLivesForItsCallAndTheOneBehindItHearsToo) {
+    plugins[1]->on[GetParam().hook] = [&] { element.detachPlugin(plugins[1]); };
     trigger();
-    EXPECT_EQ(std::count(notes.begin(), notes.end(), destroyed), 1);
+    Notes all = expected(3);
+    const Notes leaving = {"write", "b.destroyed"};
+    all.insert(all.end() - 1, leaving.begin(), leaving.end());
+    EXPECT_EQ(notes, all);
     EXPECT_EQ(element.getConstPluginIterator().end() - element.getConstPluginIterator().begin(), 2);
+}
+
+TEST_P(EachTrigger, APluginThatTakesOutAnotherHidesTheEventFromThatOneAlone) {
+    plugins[1]->on[GetParam().hook] = [&] { element.detachPlugin(plugins[0]); };
+    trigger();
+    Notes all = expected(3);
+    const Notes leaving = {"write", "a.destroyed"};
+    all.insert(all.end() - 1, leaving.begin(), leaving.end());
+    EXPECT_EQ(taken(notes), all);
+    plugins[1]->on[GetParam().hook] = [&] { element.detachPlugin(plugins[2]); };
+    trigger();
+    const std::string last = std::string("c.") + GetParam().hook;
+    EXPECT_TRUE(std::none_of(notes.begin(), notes.end(), [&last](const std::string& note) {
+        return note.compare(0, last.size(), last) == 0;
+    }));
 }
 
 TEST_F(Triggers, PreMoveGripsHandsTheOffsetFromPluginToPluginAndBack) {
@@ -436,6 +450,37 @@ TEST_F(Triggers, APluginThatThrowsDoesNotVeto) {
     }
 }
 
+TEST_F(Triggers, AFailingCheckDoesNotVetoAndAsksNoPlugin) {
+    plugins[0]->agreesToClone = false;
+    plugins[0]->agreesToTransform = false;
+    for (const Thrown& thrown : kThrown) {
+        element.on["read"] = thrown.raise;
+        {
+            BeepRecorder beep;
+            EXPECT_TRUE(element.canElementBeCloned(context));
+            EXPECT_EQ(taken(notes), Notes{"read"});
+            expectPrinted(beep, thrown, kTriggersFile, "canElementBeCloned");
+        }
+        BeepRecorder beep;
+        EXPECT_TRUE(element.canBeTransformed());
+        EXPECT_EQ(taken(notes), Notes{"read"});
+        expectPrinted(beep, thrown, kTriggersFile, "canBeTransformed");
+    }
+}
+
+TEST_F(Triggers, APluginThatLeavesWhileItIsAskedHidesNoVetoBehindIt) {
+    plugins[2]->agreesToClone = false;
+    plugins[1]->on["canElementBeCloned"] = [&] { element.detachPlugin(plugins[1]); };
+    EXPECT_FALSE(element.canElementBeCloned(context));
+    EXPECT_EQ(taken(notes), (Notes{"read", "a.canElementBeCloned 0", "b.canElementBeCloned 0", "write",
+                                   "b.destroyed", "c.canElementBeCloned 0"}));
+    plugins[2]->agreesToTransform = false;
+    plugins[0]->on["canElementBeTransformed"] = [&] { element.detachPlugin(plugins[0]); };
+    EXPECT_FALSE(element.canBeTransformed());
+    EXPECT_EQ(taken(notes), (Notes{"read", "a.canElementBeTransformed", "write", "a.destroyed",
+                                   "c.canElementBeTransformed"}));
+}
+
 TEST_F(Triggers, AVetoAheadOfAPluginThatThrowsStands) {
     plugins[0]->agreesToTransform = false;
     plugins[1]->on["canElementBeTransformed"] = kThrown[2].raise;
@@ -480,4 +525,52 @@ TEST_F(Triggers, AnExceptionEndsTheSavingOfValuesUnderNames) {
                   (Notes{"write", "element.onLoad storage", "a.onLoad storage", "b.onLoad storage"}));
         expectPrinted(beep, thrown, kBaseFile, "load");
     }
+}
+
+TEST_F(Triggers, AFailingCheckEndsTheSavingOfValuesUnderNames) {
+    orv::KeyValueStorage storage;
+    for (const Thrown& thrown : kThrown) {
+        element.on["read"] = thrown.raise;
+        element.on["write"] = thrown.raise;
+        {
+            BeepRecorder beep;
+            EXPECT_FALSE(element.save(storage));
+            EXPECT_EQ(taken(notes), Notes{"read"});
+            expectPrinted(beep, thrown, kBaseFile, "save");
+        }
+        BeepRecorder beep;
+        EXPECT_FALSE(element.load(storage));
+        EXPECT_EQ(taken(notes), Notes{"write"});
+        expectPrinted(beep, thrown, kBaseFile, "load");
+    }
+}
+
+TEST_F(Triggers, WhatTheElementThrowsOfValuesUnderNamesReachesNoPlugin) {
+    orv::KeyValueStorage storage;
+    for (const Thrown& thrown : kThrown) {
+        element.on["element.onSave"] = thrown.raise;
+        element.on["element.onLoad"] = thrown.raise;
+        {
+            BeepRecorder beep;
+            EXPECT_FALSE(element.save(storage));
+            EXPECT_EQ(taken(notes), (Notes{"read", "element.onSave storage"}));
+            expectPrinted(beep, thrown, kBaseFile, "save");
+        }
+        BeepRecorder beep;
+        EXPECT_FALSE(element.load(storage));
+        EXPECT_EQ(taken(notes), (Notes{"write", "element.onLoad storage"}));
+        expectPrinted(beep, thrown, kBaseFile, "load");
+    }
+}
+
+TEST_F(Triggers, APluginThatLeavesWithItsValuesHidesNoneBehindIt) {
+    orv::KeyValueStorage storage;
+    plugins[1]->on["onSave"] = [&] { element.detachPlugin(plugins[1]); };
+    EXPECT_TRUE(element.save(storage));
+    EXPECT_EQ(taken(notes), (Notes{"read", "element.onSave storage", "a.onSave storage", "b.onSave storage",
+                                   "write", "b.destroyed", "c.onSave storage"}));
+    plugins[0]->on["onLoad"] = [&] { element.detachPlugin(plugins[0]); };
+    EXPECT_TRUE(element.load(storage));
+    EXPECT_EQ(taken(notes), (Notes{"write", "element.onLoad storage", "a.onLoad storage", "write",
+                                   "a.destroyed", "c.onLoad storage"}));
 }

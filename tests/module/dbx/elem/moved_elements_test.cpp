@@ -129,6 +129,22 @@ TEST_F(MovedElementsTest, ClearForgetsAllAndTheRequest) {
     EXPECT_EQ(calls, 0);
 }
 
+TEST_F(MovedElementsTest, WhatIsNotedWhileHandlersGoStaysNoted) {
+    // A handler that notes another element when it ends.
+    std::shared_ptr<int> ending(new int(0), [this](int* number) {
+        delete number;
+        m_moved.add(b, [] {});
+        m_moved.queuePostCloneProcessing();
+    });
+    m_moved.add(a, [ending] {});
+    ending.reset();
+    m_moved.clear();
+    EXPECT_EQ(m_moved.getAllMovedElements(), Ids{b});
+    EXPECT_EQ(m_moved.getHandlers().size(), 1u);
+    EXPECT_EQ(m_moved.getHandlers().count(b), 1u);
+    EXPECT_TRUE(m_moved.isPostCloneProcessingQueued());
+}
+
 TEST_F(MovedElementsTest, EachDrawingHasAListThatStays) {
     AcDbDatabase other(true);
     MovedElements& here = MovedElements::instance(&m_db);

@@ -4,13 +4,17 @@
 #include "base/key_value_storage.h"
 #include "dbidmap.h"
 #include "dbx/elem/plugin_general.h"
+#include "embedded/display_list.h"
 #include "embedded/memory_filer.h"
 #include "embedded/session.h"
 #include "module/dbx/elem/plugin_bodies.h"
+#include "orvshape/acad_draw.h"
 #include "platform/files.h"
 #include "support/beep_recorder.h"
+#include "support/system_store.h"
 #include "support/test_element.h"
 
+#include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -169,7 +173,29 @@ TEST_F(GeneralInDrawing, WithoutAnExtensionACloneKeepsTheNumberAndReports) {
     EXPECT_EQ(recorder.messages(), Texts{kNoExtension});
 }
 
-TEST_F(GeneralInDrawing, TheExtensionHearsOfEraseUnerasesUndoAndRedo) {
+TEST_F(GeneralInDrawing, DrawsNothingAndLeavesTheTraitsToThePluginsBehindIt) {
+    const AcDbObjectId id = element();
+    FilledSystem system;
+    std::vector<int> colours;
+    const auto witness = boost::make_shared<RecordingPlugin>();
+    witness->drawWorld = [&colours](orv::AcadWorldDraw& draw, orv::System&) {
+        colours.push_back(draw.subEntityTraits().color());
+        draw.line(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0));
+    };
+    withElement(id, AcDb::kForWrite, [&](TestElement& drawn) {
+        drawn.system = &system;
+        EXPECT_TRUE(embedded::draw(drawn).primitives.empty());
+        drawn.addPlugin(witness);
+        EXPECT_EQ(embedded::draw(drawn).primitives.size(), 1u);
+        // The same without it.
+        drawn.detachPlugin(&generalOf(drawn));
+        EXPECT_EQ(embedded::draw(drawn).primitives.size(), 1u);
+    });
+    ASSERT_EQ(colours.size(), 2u);
+    EXPECT_EQ(colours[0], colours[1]);
+}
+
+TEST_F(GeneralInDrawing, TheExtensionHearsOfEraseUneraseUndoAndRedo) {
     const AcDbObjectId id = element();
     Numbering numbering;
     embedded::beginCommand(db);

@@ -2,8 +2,10 @@
 
 #include "base/exceptions.h"
 #include "base/key_value_storage.h"
+#include "dbgrip.h"
 #include "dbx/binary_in_archive.h"
 #include "dbx/binary_out_archive.h"
+#include "host/gi/sketch.h"
 #include "module/dbx/elem/noted_element.h"
 #include "orvcore/warn_on_new_version.h"
 #include "orvshape/endpoint_interface.h"
@@ -11,6 +13,7 @@
 #include "support/console_recorder.h"
 #include "support/report_recorder.h"
 #include "support/slots.h"
+#include "support/system_store.h"
 
 #include <gtest/gtest.h>
 
@@ -39,13 +42,18 @@ public:
     using IPlugin::onAttached;
     using IPlugin::onDetached;
     using IPlugin::onErase;
+    using IPlugin::onGetGrips;
     using IPlugin::onLoad;
     using IPlugin::onMoved;
     using IPlugin::onPostClone;
     using IPlugin::onPostTransform;
     using IPlugin::onPreMoveGrips;
     using IPlugin::onPreTransform;
+    using IPlugin::onPreViewportDraw;
+    using IPlugin::onPreWorldDraw;
     using IPlugin::onSave;
+    using IPlugin::onViewportDraw;
+    using IPlugin::onWorldDraw;
 
 private:
     std::string m_id = "tests.bare";
@@ -195,6 +203,45 @@ TEST_F(Plugin, ByDefaultHooksDoNothingAndAgree) {
     EXPECT_TRUE(plugin.onSave(storage));
     EXPECT_TRUE(plugin.onLoad(in, 6));
     EXPECT_TRUE(plugin.onLoad(storage));
+}
+
+TEST_F(Plugin, ByDefaultThereAreNoGrips) {
+    BarePlugin plugin;
+    Sketch entity;
+    AcDbGripDataPtrArray grips;
+    {
+        orv::GripManager::ScopedCreator creator(entity, grips);
+        plugin.onGetGrips(creator);
+    }
+    EXPECT_EQ(grips.length(), 0);
+}
+
+TEST_F(Plugin, ByDefaultDrawingHooksDrawNothingAndLeaveTheTraits) {
+    BarePlugin plugin;
+    Sketch entity;
+    FilledSystem system;
+    const orv::typeCDB_SYST before = system.written();
+    int calls = 0;
+    entity.world = [&](AcGiWorldDraw& wd) {
+        wd.subEntityTraits().setColor(10);
+        orv::AcadWorldDraw draw(wd);
+        plugin.onPreWorldDraw(entity, wd);
+        plugin.onWorldDraw(draw, system);
+        EXPECT_EQ(wd.subEntityTraits().color(), 10);
+        ++calls;
+        return false;
+    };
+    entity.viewport = [&](AcGiViewportDraw& vd) {
+        vd.subEntityTraits().setColor(11);
+        orv::AcadViewportDraw draw(vd);
+        plugin.onPreViewportDraw(entity, vd);
+        plugin.onViewportDraw(draw, system);
+        EXPECT_EQ(vd.subEntityTraits().color(), 11);
+        ++calls;
+    };
+    EXPECT_TRUE(embedded::draw(entity).primitives.empty());
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(SystemStore::bytesOf(system.written()), SystemStore::bytesOf(before));
 }
 
 TEST_F(Plugin, AnEmptyOneSavesExactlyEightBytes) {

@@ -2,6 +2,7 @@
 
 #include "embedded/session.h"
 #include "numbered_drawing.h"
+#include "orvcore/transaction_manager.h"
 #include "support/beep_recorder.h"
 #include "support/report_recorder.h"
 #include "support/store_drawing.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 using orv::numbering::NumberingBucket;
 using testing_support::BeepRecorder;
@@ -74,6 +76,20 @@ TEST_F(NumberingScan, PassesOverErasedElements) {
     EXPECT_EQ(bucket->getIdByNo(2), boost::none);
 }
 
+TEST_F(NumberingScan, PassesOverWhatNamesAnErasedOwner) {
+    const AcDbObjectId a = m_drawing.add(1), b = m_drawing.add(2), c = m_drawing.add(3),
+                       gone = m_drawing.add();
+    for (const auto& [id, owner] : {std::make_pair(b, gone), std::make_pair(c, a)}) {
+        AcDbObject* entity = nullptr;
+        ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForWrite), Acad::eOk);
+        entity->setOwnerId(owner);
+        entity->close();
+    }
+    eraseObject(gone);
+    m_drawing.acquire();
+    EXPECT_EQ(m_drawing.asked, (std::vector<AcDbObjectId>{a, c}));
+}
+
 TEST_F(NumberingScan, FindsAnElementAgainThatUndoBroughtBack) {
     const AcDbObjectId a = m_drawing.add(6);
     m_drawing.db.startUndoRecord();
@@ -121,6 +137,19 @@ TEST_F(NumberingScan, LeavesNothingOpen) {
     element->close();
     space->close();
     table->close();
+}
+
+TEST_F(NumberingScan, InATransactionThatRunsAllStaysOpenForReadUntilItsEnd) {
+    const AcDbObjectId a = m_drawing.add();
+    AcDbObject* element = nullptr;
+    {
+        ORV_CDBTransactionManager manager(&m_drawing.db, false);
+        m_drawing.acquire();
+        EXPECT_EQ(acdbOpenObject(element, a, AcDb::kForWrite), Acad::eWasOpenForRead);
+        EXPECT_EQ(manager.getObject(element, a, AcDb::kForWrite, false, true), Acad::eOk);
+    }
+    ASSERT_EQ(acdbOpenObject(element, a, AcDb::kForWrite), Acad::eOk);
+    element->close();
 }
 
 TEST_F(NumberingScan, OfTwoWithOneNumberTheFirstKeepsItAndBothHaveIt) {
