@@ -1,6 +1,9 @@
 # An install tree is a build's bin folder: program, libraries and loadable modules side by side, found through $ORIGIN.
 # Beside it stand the headers and a package for who builds on the module: find_package(taldork), target taldork::module.
-install(TARGETS taldork taldork_arx structure191_x64 structure_arx RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+if(TALDORK_CLI)
+  install(TARGETS taldork taldork_arx structure_arx RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+endif()
+install(TARGETS structure191_x64 RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
 install(TARGETS taldork191_x64 orvshape orvcore orvcheck host platform
   EXPORT taldork-targets
   RUNTIME DESTINATION bin

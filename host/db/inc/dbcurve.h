@@ -64,7 +64,8 @@ protected:
     // Between curves of lines and arcs: points on this curve, along it, each once. Lengthened are a line
     // without end, an arc to its whole circle, an open polyline at its first and last segment. What runs
     // along each other meets at the ends of the common stretch. Seen in a plane, round pieces may be
-    // ellipses. Another curve is what it explodes into. eOk also for no points; eNotImplementedYet for others.
+    // ellipses. Another curve is what it explodes into. eOk also for no points; eNotImplementedYet for
+    // others.
     Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect type,
                                        AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker,
                                        Adesk::GsMarker otherGsMarker) const override;
