@@ -21,6 +21,8 @@
 
 #include <boost/make_shared.hpp>
 
+#include <utility>
+
 namespace orv::elem {
 
 namespace {
@@ -43,8 +45,8 @@ void passOn(Acad::ErrorStatus es) {
 // What a stream holds of a plugin ahead of its properties. The ids go straight into the lists of the archive
 // that the plugin will read from.
 struct ElementReader::Record {
-    Record(const AcString& id, const boost::shared_ptr<Blob>& block)
-        : pluginId(id), data(block), archive(block->data(), block->size()) {}
+    Record(AcString id, const boost::shared_ptr<Blob>& block)
+        : pluginId(std::move(id)), data(block), archive(block->data(), block->size()) {}
 
     AcString pluginId;
     boost::shared_ptr<Blob> data;
@@ -99,7 +101,7 @@ void ElementReader::readPlugin() {
     // clang-format off
     ORV_ASSERT(pluginDataSize <= (1024*10)).debug("Sanity check. Maximum of 10K data per plugin!");
     // clang-format on
-    Record record(pluginId, readBlock(pluginDataSize));
+    Record record(std::move(pluginId), readBlock(pluginDataSize));
     if (m_version >= kHasIdLists) {
         readSoftIds(record.archive);
         readHardIds(record.archive);
