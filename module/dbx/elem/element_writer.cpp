@@ -74,6 +74,13 @@ void ElementWriter::writeUnknownPlugin(const std::string& id, const ElementBase:
     ORV_ASSERT_STATUS(property_tree::dwgOut(m_filer, plugin.m_tree));
 }
 
+template <class WriteId>
+void ElementWriter::writeIds(const std::deque<AcDbObjectId>& ids, WriteId writeId) {
+    ORV_ASSERT_STATUS(m_filer.writeUInt32(static_cast<Adesk::UInt32>(ids.size())));
+    for (const AcDbObjectId& id : ids)
+        ORV_ASSERT_STATUS(writeId(id));
+}
+
 void ElementWriter::writeRecord(const Record& record) {
     const AcString pluginId(record.id.c_str());
     ORV_ASSERT(pluginId.isAscii() && !pluginId.isEmpty());
@@ -84,23 +91,8 @@ void ElementWriter::writeRecord(const Record& record) {
     ORV_ASSERT(pluginDataSize <= (1024*10)).debug("Sanity check. Maximum of 10K data per plugin!");
     // clang-format on
     writeBlock(record.data, record.size);
-    writeIds(record.softIds, &ElementWriter::writeSoftId);
-    writeIds(record.hardIds, &ElementWriter::writeHardId);
-}
-
-void ElementWriter::writeIds(const std::deque<AcDbObjectId>& ids,
-                             Acad::ErrorStatus (ElementWriter::*writeId)(const AcDbObjectId&)) {
-    ORV_ASSERT_STATUS(m_filer.writeUInt32(static_cast<Adesk::UInt32>(ids.size())));
-    for (const AcDbObjectId& id : ids)
-        ORV_ASSERT_STATUS((this->*writeId)(id));
-}
-
-Acad::ErrorStatus ElementWriter::writeSoftId(const AcDbObjectId& id) {
-    return m_filer.writeSoftPointerId(id);
-}
-
-Acad::ErrorStatus ElementWriter::writeHardId(const AcDbObjectId& id) {
-    return m_filer.writeHardPointerId(id);
+    writeIds(record.softIds, [this](const AcDbObjectId& id) { return m_filer.writeSoftPointerId(id); });
+    writeIds(record.hardIds, [this](const AcDbObjectId& id) { return m_filer.writeHardPointerId(id); });
 }
 
 void ElementWriter::writeBlock(const unsigned char* data, std::uint64_t size) {

@@ -24,10 +24,8 @@ private:
     void writePlugin(const ElementBase::IPlugin& plugin);
     void writeUnknownPlugin(const std::string& id, const ElementBase::ProxyPlugin& plugin);
     void writeRecord(const Record& record);
-    void writeIds(const std::deque<AcDbObjectId>& ids,
-                  Acad::ErrorStatus (ElementWriter::*writeId)(const AcDbObjectId&));
-    Acad::ErrorStatus writeSoftId(const AcDbObjectId& id);
-    Acad::ErrorStatus writeHardId(const AcDbObjectId& id);
+    template <class WriteId>
+    void writeIds(const std::deque<AcDbObjectId>& ids, WriteId writeId);
     void writeBlock(const unsigned char* data, std::uint64_t size);
     void writeOwnData();
     void writeLog();

@@ -2,19 +2,20 @@
 
 #include "dbx/elem/plugin.h"
 
+#include <algorithm>
+
 namespace orv::elem {
 
-// A hook may take plugins in or out of the list that is just walked, so the walk goes by index, holds the
-// plugin that it calls, and only steps on where that one still stands.
+// A hook may take plugins in or out of the list that is just walked: the round is that of its beginning,
+// without those that have left it meanwhile.
 template <class Ask>
 bool ElementBase::doAllAgree(Ask ask) const {
-    std::size_t i = 0;
-    while (i < m_plugins.size()) {
-        const boost::shared_ptr<IPlugin> plugin = m_plugins[i];
-        if (!ask(*plugin))
+    for (Plugins round = m_plugins; !round.empty();) {
+        const boost::shared_ptr<IPlugin> plugin = round.front();
+        round.pop_front();
+        const bool isThere = std::find(m_plugins.begin(), m_plugins.end(), plugin) != m_plugins.end();
+        if (isThere && !ask(*plugin))
             return false;
-        if (i < m_plugins.size() && m_plugins[i] == plugin)
-            ++i;
     }
     return true;
 }

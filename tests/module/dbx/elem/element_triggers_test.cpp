@@ -267,6 +267,29 @@ TEST_P(EachTrigger, APluginThatTakesOutAnotherHidesTheEventFromThatOneAlone) {
     }));
 }
 
+TEST_P(EachTrigger, APluginThatLeavesWithTheOneAheadOfItHidesTheEventFromNobody) {
+    plugins[1]->on[GetParam().hook] = [&] {
+        element.detachPlugin(plugins[0]);
+        element.detachPlugin(plugins[1]);
+    };
+    trigger();
+    const std::string last = std::string("c.") + GetParam().hook;
+    EXPECT_EQ(
+        std::count_if(notes.begin(), notes.end(),
+                      [&last](const std::string& note) { return note.compare(0, last.size(), last) == 0; }),
+        1);
+}
+
+TEST_P(EachTrigger, APluginThatLeavesAndComesBackHearsOfTheEventOnce) {
+    plugins[1]->on[GetParam().hook] = [&] { element.addPlugin(element.detachPlugin(plugins[1])); };
+    trigger();
+    const std::string own = std::string("b.") + GetParam().hook;
+    EXPECT_EQ(
+        std::count_if(notes.begin(), notes.end(),
+                      [&own](const std::string& note) { return note.compare(0, own.size(), own) == 0; }),
+        1);
+}
+
 TEST_F(Triggers, PreMoveGripsHandsTheOffsetFromPluginToPluginAndBack) {
     AcGeVector3d offset(5, 0, 0);
     element.triggerOnPreMoveGrips(offset);

@@ -1,8 +1,8 @@
 // structure.arx: brings the example's subcommand to the program. The elements are in the object module, which
 // drawings need; this one only works with them.
 
+#include "cli/structure/example_command.h"
 #include "platform/export.h"
-#include "structure/arx/example_command.h"
 
 #include "dbxEntryPoint.h"
 #include "rxdict.h"

@@ -1,4 +1,4 @@
-#include "structure/arx/example_command.h"
+#include "cli/structure/example_command.h"
 
 #include "cli/common/drawing.h"
 #include "cli/common/failure.h"
