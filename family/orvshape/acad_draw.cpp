@@ -29,6 +29,15 @@ bool AcadCommonDraw::line(const AcGePoint3d& from, const AcGePoint3d& to) const 
     return m_geometry.polyline(2, points) != 0;
 }
 
+bool AcadCommonDraw::circle(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal) const {
+    return radius > 0.0 && !normal.isZeroLength() && m_geometry.circle(centre, radius, normal) != 0;
+}
+
+bool AcadCommonDraw::polygon(const std::vector<AcGePoint3d>& corners) const {
+    return corners.size() >= 2 &&
+           m_geometry.polygon(static_cast<Adesk::UInt32>(corners.size()), corners.data()) != 0;
+}
+
 bool AcadCommonDraw::lineType(const std::wstring& name) const {
     AcDbDatabase* const database = drawnDatabase(m_draw);
     AcDbLinetypeTable* table = nullptr;

@@ -4,6 +4,7 @@
 #include "orvshape/export.h"
 
 #include <string>
+#include <vector>
 
 namespace orv {
 
@@ -22,6 +23,11 @@ public:
 
     // True if the host wants whoever draws to stop; so of all that draws.
     bool line(const AcGePoint3d& from, const AcGePoint3d& to) const;
+    // Filled if the fill type of the traits says so; so are polygons. A radius that is not above 0 and a
+    // normal without length draw nothing.
+    bool circle(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal) const;
+    // Closed by itself. Fewer than two points draw nothing.
+    bool polygon(const std::vector<AcGePoint3d>& corners) const;
 
     // Takes the line type of that name in the table of the drawing that is drawn, or else of the working one.
     // False, with the line type as it was, if there is none.
@@ -32,9 +38,10 @@ public:
     // direction along the normal draws nothing.
     bool text(const AcGePoint3d& point, const std::wstring& string, const AcGeVector3d& direction,
               const AcGeVector3d& normal) const;
-    // The same with the normal that faces whoever looks: the viewer in a viewport, else the Z axis.
+    // The same with the normal from which whoever looks can read it: the viewer in a viewport, else from the
+    // Z axis.
     bool text(const AcGePoint3d& point, const std::wstring& string, const AcGeVector3d& direction) const;
-    // How long the text would be in drawing units; an estimate, as of the host.
+    // How long the text would be in drawing units, as the host measures it.
     double textWidth(const std::wstring& string) const;
 
     // The height of letters in drawing units; 1 at the start. What is not above 0 is left alone.
@@ -81,7 +88,8 @@ public:
     AcGeVector3d viewUp() const;
 
 protected:
-    AcGeVector3d facingNormal() const override { return viewDir(); }
+    // Inside of a mirrored block that is away from the viewer: there the letters are turned about.
+    AcGeVector3d facingNormal() const override { return viewRight().crossProduct(viewUp()); }
 
 private:
     AcGeVector3d axisOfEye(const AcGeVector3d& axis) const;

@@ -46,6 +46,16 @@ const CurveSegment* ORV_SegmentedCurve::getSegmentAt(int index) const {
     return &m_segments[static_cast<std::size_t>(index)];
 }
 
+AcGePoint3d ORV_SegmentedCurve::startPoint() const {
+    assertReadEnabled();
+    return m_segments.empty() ? AcGePoint3d::kOrigin : m_segments.front().start();
+}
+
+AcGePoint3d ORV_SegmentedCurve::endPoint() const {
+    assertReadEnabled();
+    return m_segments.empty() ? AcGePoint3d::kOrigin : m_segments.back().end();
+}
+
 double ORV_SegmentedCurve::getLength() const {
     assertReadEnabled();
     return m_distances.empty() ? 0.0 : m_distances.back();

@@ -31,6 +31,9 @@ public:
     const orv::CurveSegment* getSegmentAt(int index) const;
     // 0 for an empty curve.
     double getLength() const;
+    // The origin for an empty curve.
+    AcGePoint3d startPoint() const;
+    AcGePoint3d endPoint() const;
     // The normal of the one plane that all pieces lie in, of length 1. The pieces run counter-clockwise about
     // it, the last one closing with the first. False, with `normal` untouched, if there is no such plane or
     // more than one.

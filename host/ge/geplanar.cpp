@@ -64,6 +64,8 @@ Adesk::Boolean AcGePlanarEnt::intersectWith(const AcGeLinearEnt3d& line, AcGePoi
     if (m_normal.isPerpendicularTo(line.direction(), tol, flag) || flag != AcGe::kOk)
         return false;
     const double reach = -signedDistance(line.pointOnLine()) / line.direction().dotProduct(m_normal);
+    if (!line.reaches(reach, tol))
+        return false;
     point = line.pointOnLine() + line.direction() * reach;
     return true;
 }

@@ -1,5 +1,8 @@
 set(HOST_GE_SOURCES
   ge_globals.cpp
+  gearc3d.cpp
+  gecurv3d.cpp
+  geintrvl.cpp
   gelent3d.cpp
   gemat2d.cpp
   gemat3d.cpp

@@ -2,7 +2,7 @@
 
 #include "gelent3d.h"
 
-// A straight line without ends.
+// A straight line without ends. Its parameter is the distance from its point.
 class AcGeLine3d : public AcGeLinearEnt3d {
 public:
     static const AcGeLine3d kXAxis;
@@ -22,7 +22,15 @@ public:
         return *this = AcGeLine3d(first, second);
     }
 
+    AcGeLine3d& reverseParam() override;
     AcGeLine3d& transformBy(const AcGeMatrix3d& matrix) {
         return set(matrix * m_point, matrix * m_direction);
     }
+
+private:
+    bool reaches(double, const AcGeTol&) const override { return true; }
+    AcGeInterval paramInterval() const override { return AcGeInterval(); }
+    AcGePoint3d pointAt(double param) const override { return m_point + m_direction * param; }
+    AcGeVector3d derivativeAt(double param, int order) const override;
+    double nearestParam(const AcGePoint3d& point) const override { return distanceAlong(point); }
 };

@@ -32,7 +32,7 @@ public:
     // Parallel, and the other's origin lies in this plane.
     Adesk::Boolean isCoplanarTo(const AcGePlanarEnt& other, const AcGeTol& tol = AcGeContext::gTol) const;
 
-    // False, with `point` untouched, if they are parallel.
+    // False, with `point` untouched, if they are parallel or the line ends before.
     Adesk::Boolean intersectWith(const AcGeLinearEnt3d& line, AcGePoint3d& point,
                                  const AcGeTol& tol = AcGeContext::gTol) const;
 

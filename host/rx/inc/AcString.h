@@ -23,6 +23,7 @@ public:
     // Never null; valid until the text is changed.
     const ACHAR* kACharPtr() const { return m_text.c_str(); }
     const ACHAR* constPtr() const { return m_text.c_str(); }
+    const wchar_t* kwszPtr() const { return m_text.c_str(); }
     operator const ACHAR*() const { return m_text.c_str(); }
     // The text as UTF-8.
     std::string utf8() const;

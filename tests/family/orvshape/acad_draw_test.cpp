@@ -3,6 +3,7 @@
 #include "curve_fixture.h"
 #include "dbapserv.h"
 #include "embedded/display_list.h"
+#include "geplane.h"
 #include "host/gi/sketch.h"
 
 #include <cmath>
@@ -65,6 +66,38 @@ TEST_F(AcadDraw, LineIsDrawnAndTellsWhenToStop) {
     embedded::draw(many, view);
     ASSERT_EQ(answers.size(), 3u);
     EXPECT_TRUE(answers[2]);
+}
+
+TEST_F(AcadDraw, CirclesAndPolygonsAreDrawnAndTellWhenToStop) {
+    const auto list = world([](orv::AcadWorldDraw& draw) {
+        EXPECT_FALSE(draw.circle({1, 2, 3}, 4.0, {0, 5, 0}));
+        EXPECT_FALSE(draw.polygon({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
+    });
+    EXPECT_EQ(told(list), (std::vector<std::string>{"circle (1 2 3) radius 4 normal (0 1 0)",
+                                                    "polygon (0 0 0) (1 0 0) (0 1 0)"}));
+    Sketch many;
+    many.world = [](AcGiWorldDraw& wd) {
+        const orv::AcadWorldDraw draw(wd);
+        draw.line({0, 0, 0}, {1, 0, 0});
+        EXPECT_TRUE(draw.circle({1, 2, 3}, 4.0, {0, 5, 0}));
+        EXPECT_TRUE(draw.polygon({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
+        return true;
+    };
+    embedded::ViewParameters view;
+    view.mostPrimitives = 1;
+    embedded::draw(many, view);
+}
+
+TEST_F(AcadDraw, CirclesAndPolygonsOfNothingDrawNothing) {
+    const auto list = world([](orv::AcadWorldDraw& draw) {
+        EXPECT_FALSE(draw.circle({1, 2, 3}, 0.0, {0, 0, 1}));
+        EXPECT_FALSE(draw.circle({1, 2, 3}, -1.0, {0, 0, 1}));
+        EXPECT_FALSE(draw.circle({1, 2, 3}, std::nan(""), {0, 0, 1}));
+        EXPECT_FALSE(draw.circle({1, 2, 3}, 1.0, {0, 0, 0}));
+        EXPECT_FALSE(draw.polygon({}));
+        EXPECT_FALSE(draw.polygon({{0, 0, 0}}));
+    });
+    EXPECT_TRUE(list.primitives.empty());
 }
 
 TEST_F(AcadDraw, LineTypeIsThatOfTheNameInTheDrawing) {
@@ -186,6 +219,21 @@ TEST_F(AcadDraw, TextInAViewportFacesTheViewer) {
     expectNear(list.primitives[0].normal, {0, -1, 0});
     EXPECT_TRUE(list.primitives[0].ofViewport);
     EXPECT_NEAR(list.primitives[0].points.at(0).z, -0.5, 1e-9);
+}
+
+TEST_F(AcadDraw, TextInAViewportFacesTheViewerFromAMirroredBlockToo) {
+    embedded::ViewParameters view;
+    view.direction = {0, 0, 1};
+    const auto list = viewport(
+        [](orv::AcadViewportDraw& draw) {
+            draw.geometry().pushModelTransform(AcGeMatrix3d::mirroring(AcGePlane::kYZPlane));
+            draw.text({5, 0, 0}, L"x", draw.viewRight());
+            draw.geometry().popModelTransform();
+        },
+        view);
+    ASSERT_EQ(list.primitives.size(), 1u);
+    expectNear(list.primitives[0].direction, {1, 0, 0});
+    expectNear(list.primitives[0].normal, {0, 0, 1});
 }
 
 TEST_F(AcadDraw, DirectionsOfTheViewAreThoseInsideOfATurnedBlock) {

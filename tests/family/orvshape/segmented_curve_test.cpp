@@ -73,6 +73,16 @@ TEST(SegmentedCurve, EmptyOneAnswersThatItHasNoGeometry) {
     EXPECT_EQ(part, nullptr);
 }
 
+TEST(SegmentedCurve, StartAndEndAreTheVeryEndsOfThePieces) {
+    ORV_SegmentedCurve curve;
+    expectNear(curve.startPoint(), {0, 0, 0});
+    expectNear(curve.endPoint(), {0, 0, 0});
+    ASSERT_EQ(curve.append(lineOf({1, 2, 3}, {4, 2, 3})), Acad::eOk);
+    ASSERT_EQ(curve.appendLineTo({4, 9, 3}), Acad::eOk);
+    EXPECT_EQ(curve.startPoint(), AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(curve.endPoint(), AcGePoint3d(4, 9, 3));
+}
+
 TEST(SegmentedCurve, ParameterIsTheDistanceFromTheStart) {
     ORV_SegmentedCurve curve;
     makeHook(curve);
