@@ -3,6 +3,7 @@
 #include "dwg/file_frame.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <iterator>
 
@@ -55,6 +56,13 @@ AcGePoint3d basePointOf(const DatabaseCore& core) {
         return AcGePoint3d();
     const dwg::Triple& point = static_cast<const dwg::FileFrame&>(*core.frame).variables.triple("INSBASE");
     return {point.x, point.y, point.z};
+}
+
+double lineTypeScaleOf(const DatabaseCore& core) {
+    if (core.frame == nullptr)
+        return 1.0;
+    const double scale = static_cast<const dwg::FileFrame&>(*core.frame).variables.real("LTSCALE");
+    return std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
 }
 
 void copyDrawingSettings(const DatabaseCore& from, DatabaseCore& to, bool withPlaces) {

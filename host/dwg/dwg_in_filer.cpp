@@ -8,6 +8,7 @@
 #include "gevec2d.h"
 #include "gevec3d.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -154,10 +155,22 @@ Acad::ErrorStatus DwgInFiler::readScale3d(AcGeScale3d* value) {
 }
 
 Acad::ErrorStatus DwgInFiler::readString(AcString& text) {
-    const std::string bytes = get([this] { return m_data.text(); });
-    const std::wstring decoded = m_text.decode(bytes);
-    text = AcString(decoded.c_str(), std::char_traits<wchar_t>::length(decoded.c_str()));
+    text = decoded(get([this] { return m_data.text(); }));
     return m_status;
+}
+
+// A text ends at its first zero.
+AcString DwgInFiler::decoded(const std::string& bytes) const {
+    const std::wstring text = m_text.decode(bytes);
+    return AcString(text.c_str(), std::char_traits<wchar_t>::length(text.c_str()));
+}
+
+void DwgInFiler::readSpelledText(AcString& text, std::string& form) {
+    form = get([this] { return m_data.text(); });
+    text = decoded(form);
+    form.erase(std::min(form.find('\0'), form.size()));
+    if (m_text.encode(text.kACharPtr()) == form)
+        form.clear();
 }
 
 Acad::ErrorStatus DwgInFiler::readString(ACHAR** text) {

@@ -2,6 +2,7 @@
 
 #include "db/database_core.h"
 #include "db/field_filer.h"
+#include "db/text_form_filer.h"
 #include "dwg/bit_reader.h"
 #include "dwg/one_way_filer.h"
 #include "dwg/text_codec.h"
@@ -11,7 +12,7 @@ namespace embedded::dwg {
 // Reads an object's fields from a drawing file's bits: numbers, points and texts from its data, ids from its
 // handles. A read past the end of either, or of something the format does not have, sets
 // eDwgObjectImproperlyRead and gives zero or empty. tell and seek count bits of the data.
-class DwgInFiler final : public ReadingFiler, public FieldFiler {
+class DwgInFiler final : public ReadingFiler, public FieldFiler, public TextFormFiler {
 public:
     // The bits and the database must outlive the filer. `own` is the object's handle, from which relative
     // ones count.
@@ -65,6 +66,8 @@ public:
     void writeDoubleWithDefault(double, double) override { refuse(); }
     void writeColour(std::uint16_t) override { refuse(); }
     void writeId(std::uint8_t, AcDbObjectId) override { refuse(); }
+    void readSpelledText(AcString& text, std::string& form) override;
+    void writeSpelledText(const AcString&, const std::string&) override { refuse(); }
     std::size_t dataBitsLeft() const override { return m_data.left(); }
     std::size_t handleBitsLeft() const override { return m_handles.left(); }
 
@@ -72,6 +75,7 @@ private:
     bool usable() const { return m_status == Acad::eOk; }
     Acad::ErrorStatus settle();
     Acad::ErrorStatus readIdInto(AcDbObjectId& id);
+    AcString decoded(const std::string& bytes) const;
     Acad::ErrorStatus readDoubles(double* values, int count);
     template <class Read>
     auto get(Read read);

@@ -116,8 +116,16 @@ Acad::ErrorStatus DwgOutFiler::writeScale3d(const AcGeScale3d& value) {
     return m_status;
 }
 
-Acad::ErrorStatus DwgOutFiler::writeText(std::wstring_view text) {
-    std::string bytes = m_text.encode(text);
+Acad::ErrorStatus DwgOutFiler::writeText(std::wstring_view text) { return writeEncoded(m_text.encode(text)); }
+
+void DwgOutFiler::writeSpelledText(const AcString& text, const std::string& form) {
+    if (!form.empty() && m_text.decode(form) == text.kACharPtr())
+        writeEncoded(form);
+    else
+        writeText(text.kACharPtr());
+}
+
+Acad::ErrorStatus DwgOutFiler::writeEncoded(std::string bytes) {
     if (bytes.size() > kLongestText)
         return fail(Acad::eStringTooLong);
     if (m_terminateTexts && !bytes.empty())

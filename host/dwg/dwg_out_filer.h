@@ -2,6 +2,7 @@
 
 #include "db/database_core.h"
 #include "db/field_filer.h"
+#include "db/text_form_filer.h"
 #include "dwg/bit_writer.h"
 #include "dwg/one_way_filer.h"
 #include "dwg/text_codec.h"
@@ -10,7 +11,7 @@ namespace embedded::dwg {
 
 // Writes an object's fields as a drawing file's bits, data and handles apart. tell and seek count bits of the
 // data.
-class DwgOutFiler final : public WritingFiler, public FieldFiler {
+class DwgOutFiler final : public WritingFiler, public FieldFiler, public TextFormFiler {
 public:
     // Both must outlive the filer. Ids of other databases are written as null. Products differ in whether
     // they file the zero that ends a text; a drawing keeps to one way.
@@ -66,11 +67,14 @@ public:
     double readDoubleWithDefault(double) override { return refuse(), 0.0; }
     std::uint16_t readColour() override { return refuse(), std::uint16_t{0}; }
     AcDbObjectId readId(std::uint8_t&) override { return refuse(), AcDbObjectId(); }
+    void readSpelledText(AcString&, std::string&) override { refuse(); }
+    void writeSpelledText(const AcString& text, const std::string& form) override;
     std::size_t dataBitsLeft() const override { return 0; }
     std::size_t handleBitsLeft() const override { return 0; }
 
 private:
     Acad::ErrorStatus writeText(std::wstring_view text);
+    Acad::ErrorStatus writeEncoded(std::string bytes);
     Acad::ErrorStatus writeReference(std::uint8_t code, AcDbObjectId id);
 
     const DatabaseTag* m_database;

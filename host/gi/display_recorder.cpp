@@ -171,80 +171,98 @@ bool DisplayRecorder::pop() {
     return true;
 }
 
-Primitive DisplayRecorder::primitive(PrimitiveKind kind) const {
-    Primitive made;
+void DisplayRecorder::begin(Primitive& made, PrimitiveKind kind) const {
     made.kind = kind;
     made.ofViewport = m_inViewport;
     made.owner = m_owner;
     made.ownerClass = m_ownerClass;
     made.outermost = m_outermost;
     made.traits = m_traits.values;
-    return made;
 }
 
-bool DisplayRecorder::add(Primitive primitive) {
-    if (isCut() || !m_view.layerVisible(primitive.traits.layer))
+// Filled in where it stays: a drawing has millions of lines, and moving one costs as much as drawing it.
+template <class Fill>
+bool DisplayRecorder::add(PrimitiveKind kind, const Fill& fill) {
+    if (isCut() || !m_view.layerVisible(m_traits.values.layer))
         return isCut();
     if (m_keepsBoxesOnly) {
-        m_boxes.drawn.addExt(primitive.extents());
+        Primitive made;
+        begin(made, kind);
+        fill(made);
+        m_boxes.drawn.addExt(made.extents());
         return false;
     }
     if (m_parameters.mostPrimitives != 0 && m_list.primitives.size() >= m_parameters.mostPrimitives) {
         m_list.isCut = true;
         return true;
     }
-    m_list.primitives.push_back(std::move(primitive));
+    Primitive& made = m_list.primitives.emplace_back();
+    try {
+        begin(made, kind);
+        fill(made);
+    } catch (...) {
+        m_list.primitives.pop_back();
+        throw;
+    }
     return false;
+}
+
+// Where there is a thickness, its length in the world along that direction of the model.
+void DisplayRecorder::stretchThickness(Primitive& made, const AcGeVector3d& direction) const {
+    if (made.traits.thickness != 0.0)
+        made.traits.thickness *= lengthAlong(modelToWorld(), direction);
+}
+
+// Points in the model, as points in the world.
+void DisplayRecorder::place(Primitive& made, std::size_t count, const AcGePoint3d* points) const {
+    made.points.assign(points, points + count);
+    for (AcGePoint3d& point : made.points)
+        point.transformBy(modelToWorld());
 }
 
 bool DisplayRecorder::arc(PlaneArc arc, AcGiArcType type, bool whole) {
     const AcGeMatrix3d& matrix = modelToWorld();
-    Primitive made = primitive(whole ? PrimitiveKind::kCircle : PrimitiveKind::kArc);
-    made.traits.thickness *= lengthAlong(matrix, arc.normal);
     const PlaneArc model = arc;
-    if (arc.transformBy(matrix)) {
-        made.points = {arc.centre};
-        made.normal = arc.normal;
-        made.direction = arc.xAxis;
-        made.radius = arc.radius;
-        made.sweep = arc.sweep;
-        made.arcType = type;
-        return add(std::move(made));
-    }
+    if (arc.transformBy(matrix))
+        return add(whole ? PrimitiveKind::kCircle : PrimitiveKind::kArc, [&](Primitive& made) {
+            stretchThickness(made, model.normal);
+            made.points = {arc.centre};
+            made.normal = arc.normal;
+            made.direction = arc.xAxis;
+            made.radius = arc.radius;
+            made.sweep = arc.sweep;
+            made.arcType = type;
+        });
     // An ellipse, which is a chain of chords here.
-    made.kind = whole || type != kAcGiArcSimple ? PrimitiveKind::kPolygon : PrimitiveKind::kPolyline;
-    made.points = model.chords(deviation() / std::max(matrix.scale(), 1.0e-12));
-    if (whole)
-        made.points.pop_back();
-    else if (type == kAcGiArcSector)
-        made.points.push_back(model.centre);
-    for (AcGePoint3d& point : made.points)
-        point.transformBy(matrix);
-    made.normal = (matrix * model.xAxis).crossProduct(matrix * model.yAxis()).normal();
-    return add(std::move(made));
+    const bool isOpen = !whole && type == kAcGiArcSimple;
+    return add(isOpen ? PrimitiveKind::kPolyline : PrimitiveKind::kPolygon, [&](Primitive& made) {
+        stretchThickness(made, model.normal);
+        std::vector<AcGePoint3d> chords = model.chords(deviation() / std::max(matrix.scale(), 1.0e-12));
+        if (whole)
+            chords.pop_back();
+        else if (type == kAcGiArcSector)
+            chords.push_back(model.centre);
+        place(made, chords.size(), chords.data());
+        made.normal = (matrix * model.xAxis).crossProduct(matrix * model.yAxis()).normal();
+    });
 }
 
 bool DisplayRecorder::points(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points,
                              const AcGeVector3d* normal) {
-    const AcGeMatrix3d& matrix = modelToWorld();
-    Primitive made = primitive(kind);
-    made.traits.thickness *= lengthAlong(matrix, normal != nullptr ? *normal : AcGeVector3d());
-    if (normal != nullptr)
-        made.normal = (matrix * *normal).normal();
-    made.points.assign(points, points + count);
-    for (AcGePoint3d& point : made.points)
-        point.transformBy(matrix);
-    return add(std::move(made));
+    return add(kind, [&](Primitive& made) {
+        stretchThickness(made, normal != nullptr ? *normal : AcGeVector3d());
+        if (normal != nullptr)
+            made.normal = (modelToWorld() * *normal).normal();
+        place(made, count, points);
+    });
 }
 
 bool DisplayRecorder::mesh(Adesk::UInt32 rows, Adesk::UInt32 columns, const AcGePoint3d* points) {
-    Primitive made = primitive(PrimitiveKind::kMesh);
-    made.rows = rows;
-    made.columns = columns;
-    made.points.assign(points, points + std::size_t{rows} * columns);
-    for (AcGePoint3d& point : made.points)
-        point.transformBy(modelToWorld());
-    return add(std::move(made));
+    return add(PrimitiveKind::kMesh, [&](Primitive& made) {
+        made.rows = rows;
+        made.columns = columns;
+        place(made, std::size_t{rows} * columns, points);
+    });
 }
 
 namespace {
@@ -270,12 +288,10 @@ bool DisplayRecorder::shell(std::size_t count, const AcGePoint3d* points, std::s
                             const Adesk::Int32* faceList) {
     if (!facesFit(count, faceListSize, faceList))
         return isCut();
-    Primitive made = primitive(PrimitiveKind::kShell);
-    made.faces.assign(faceList, faceList + faceListSize);
-    made.points.assign(points, points + count);
-    for (AcGePoint3d& point : made.points)
-        point.transformBy(modelToWorld());
-    return add(std::move(made));
+    return add(PrimitiveKind::kShell, [&](Primitive& made) {
+        made.faces.assign(faceList, faceList + faceListSize);
+        place(made, count, points);
+    });
 }
 
 // Along the base line, up and slanted: what the transform makes of these three tells width, height and slant
@@ -292,26 +308,24 @@ bool DisplayRecorder::text(const AcGePoint3d& position, const AcGeVector3d& norm
     const double rise = stretch > 0.0 ? madeAlong.crossProduct(slanted).length() / stretch : 0.0;
     if (!(rise > 0.0))
         return isCut();
-    Primitive made = primitive(PrimitiveKind::kText);
-    made.points = {matrix * position};
-    made.direction = madeAlong / stretch;
-    made.normal = madeAlong.crossProduct(slanted).normal();
-    made.text = text;
-    made.height = style.textSize() * rise;
-    made.widthFactor = style.xScale() * stretch / rise;
-    made.oblique = std::atan2(slanted.dotProduct(made.direction), rise);
-    made.style = style;
-    made.style.setTextSize(made.height);
-    made.style.setXScale(made.widthFactor);
-    made.style.setObliquingAngle(made.oblique);
-    made.traits.thickness *= lengthAlong(matrix, normal);
-    return add(std::move(made));
+    return add(PrimitiveKind::kText, [&](Primitive& made) {
+        made.points = {matrix * position};
+        made.direction = madeAlong / stretch;
+        made.normal = madeAlong.crossProduct(slanted).normal();
+        made.text = text;
+        made.height = style.textSize() * rise;
+        made.widthFactor = style.xScale() * stretch / rise;
+        made.oblique = std::atan2(slanted.dotProduct(made.direction), rise);
+        made.style = style;
+        made.style.setTextSize(made.height);
+        made.style.setXScale(made.widthFactor);
+        made.style.setObliquingAngle(made.oblique);
+        stretchThickness(made, normal);
+    });
 }
 
 bool DisplayRecorder::worldPoints(PrimitiveKind kind, std::vector<AcGePoint3d> points) {
-    Primitive made = primitive(kind);
-    made.points = std::move(points);
-    return add(std::move(made));
+    return add(kind, [&points](Primitive& made) { made.points = std::move(points); });
 }
 
 bool DisplayRecorder::eyePoints(PrimitiveKind kind, std::size_t count, const AcGePoint3d* points) {

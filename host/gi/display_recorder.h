@@ -22,6 +22,8 @@ public:
     bool isCut() const { return m_list.isCut; }
 
     const AcGeMatrix3d& modelToWorld() const { return m_transforms.back(); }
+    // Nothing is between the model and the world.
+    bool isInWorld() const { return m_transforms.size() == 1; }
     // From now on primitives are not listed, only their boxes are kept, and those of a block for all of its
     // references.
     void keepBoxesOnly() { m_keepsBoxesOnly = true; }
@@ -78,8 +80,11 @@ private:
     void enter(AcGiDrawable& drawable);
     void drawInside(AcGiDrawable& drawable);
     void fail(const std::string& reason);
-    Primitive primitive(PrimitiveKind kind) const;
-    bool add(Primitive primitive);
+    void begin(Primitive& made, PrimitiveKind kind) const;
+    template <class Fill>
+    bool add(PrimitiveKind kind, const Fill& fill);
+    void stretchThickness(Primitive& made, const AcGeVector3d& direction) const;
+    void place(Primitive& made, std::size_t count, const AcGePoint3d* points) const;
 
     AcDbDatabase* m_database;
     const ViewParameters& m_parameters;

@@ -6,14 +6,22 @@
 
 namespace embedded {
 
+AcGeMatrix3d eyeToWorldOf(const ViewParameters& view) {
+    const AcGeVector3d direction =
+        view.direction.isZeroLength() ? AcGeVector3d::kZAxis : view.direction.normal();
+    AcGeVector3d right = direction.perpVector();
+    // The picture turns counter-clockwise, so the viewer turns the other way.
+    right.rotateBy(-view.twist, direction);
+    AcGeMatrix3d matrix;
+    matrix.setCoordSystem(view.target, right, direction.crossProduct(right), direction);
+    return matrix;
+}
+
 DrawView::DrawView(const ViewParameters& parameters, const DisplayRecorder& recorder, LayerStates& layers)
     : m_parameters(parameters), m_recorder(recorder), m_layers(layers),
       m_direction(parameters.direction.isZeroLength() ? AcGeVector3d::kZAxis
                                                       : parameters.direction.normal()) {
-    AcGeVector3d right = m_direction.perpVector();
-    // The picture turns counter-clockwise, so the viewer turns the other way.
-    right.rotateBy(-parameters.twist, m_direction);
-    m_eyeToWorld.setCoordSystem(parameters.target, right, m_direction.crossProduct(right), m_direction);
+    m_eyeToWorld = eyeToWorldOf(parameters);
     m_worldToEye = m_eyeToWorld.inverse();
 }
 
@@ -22,7 +30,8 @@ void DrawView::getModelToEyeTransform(AcGeMatrix3d& matrix) const {
 }
 
 void DrawView::getEyeToModelTransform(AcGeMatrix3d& matrix) const {
-    matrix = m_recorder.modelToWorld().inverse() * m_eyeToWorld;
+    // Asked for with every arrow head; most drawables are in no block.
+    matrix = m_recorder.isInWorld() ? m_eyeToWorld : m_recorder.modelToWorld().inverse() * m_eyeToWorld;
 }
 
 double DrawView::pixelSize() const { return m_parameters.height / std::max(m_parameters.pixelsHigh, 1); }

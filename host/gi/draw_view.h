@@ -7,6 +7,9 @@ namespace embedded {
 
 class DisplayRecorder;
 
+// Eye coordinates are X to the right, Y up, Z towards the viewer, from the target.
+AcGeMatrix3d eyeToWorldOf(const ViewParameters& view);
+
 // The one viewport of a recording.
 class DrawView final : public AcGiViewport {
 public:

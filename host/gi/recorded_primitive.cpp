@@ -10,13 +10,14 @@ namespace {
 AcDbExtents ofText(const Primitive& text) {
     AcDbExtents box;
     const AcGeVector3d up = text.normal.crossProduct(text.direction) * text.height;
-    const double width =
-        estimatedTextWidth(text.text, text.height, text.widthFactor, text.style.trackingPercent());
     const AcGeVector3d slant = text.direction * (std::tan(text.oblique) * text.height);
-    for (const double along : {0.0, width}) {
-        const AcGePoint3d foot = text.points.front() + text.direction * along;
+    const double width = textWidth(text.text, text.height, text.widthFactor, settingOf(text.style));
+    // Mirrored letters go the other way from where the text stands.
+    const AcGeVector3d along = text.direction * (text.style.isBackward() ? -width : width);
+    const AcGeVector3d rise = text.style.isUpsideDown() ? -(up + slant) : up + slant;
+    for (const AcGePoint3d& foot : {text.points.front(), text.points.front() + along}) {
         box.addPoint(foot);
-        box.addPoint(foot + up + slant);
+        box.addPoint(foot + rise);
     }
     return box;
 }

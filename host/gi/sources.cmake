@@ -5,6 +5,8 @@ set(HOST_GI_SOURCES
   draw_traits.cpp
   draw_view.cpp
   drawable.cpp
+  glyph_outline.cpp
+  installed_fonts.cpp
   layer_states.cpp
   plane_arc.cpp
   recorded_primitive.cpp

@@ -1,30 +1,11 @@
 #include "gi/text_metrics.h"
 
-#include <cmath>
+#include "acgitextstyle.h"
+
 #include <cwctype>
 
 namespace embedded {
 namespace {
-
-// In thousandths of the font's size, from the blank on.
-const short kWidths[] = {278,  278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278,
-                         556,  556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556,
-                         1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778,
-                         667,  778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556,
-                         333,  556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500, 222, 833, 556, 556,
-                         556,  556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};
-const double kCapitalHeight = 718.0;
-const double kOtherLetter = 600.0;
-const double kFullWidth = 1000.0;
-const wchar_t kFirstFullWidth = 0x2E80;
-
-double widthOf(wchar_t letter) {
-    if (letter >= L' ' && letter <= L'~')
-        return kWidths[letter - L' '];
-    if (letter < L' ')
-        return 0.0;
-    return letter >= kFirstFullWidth ? kFullWidth : kOtherLetter;
-}
 
 // The character of the code behind two percent signs, and how long the code is; 0 for a switch; false for
 // what is no code.
@@ -82,11 +63,13 @@ std::wstring withoutTextCodes(const std::wstring& text) {
     return plain;
 }
 
-double estimatedTextWidth(const std::wstring& text, double height, double widthFactor, double tracking) {
-    double width = 0.0;
-    for (const wchar_t letter : text)
-        width += widthOf(letter);
-    return width / kCapitalHeight * height * widthFactor * tracking;
+double textWidth(const std::wstring& text, double height, double widthFactor, const TextSetting& setting) {
+    return glyphWidth(text, setting) * height * widthFactor;
+}
+
+TextSetting settingOf(const AcGiTextStyle& style) {
+    const ACHAR* font = style.fileName();
+    return {font != nullptr ? font : L"", style.trackingPercent()};
 }
 
 } // namespace embedded

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "AdAChar.h"
+#include "gi/glyph_outline.h"
 
 #include <string>
+
+class AcGiTextStyle;
 
 namespace embedded {
 
@@ -11,8 +13,12 @@ namespace embedded {
 // out. Any other code stays as it stands.
 std::wstring withoutTextCodes(const std::wstring& text);
 
-// The width of a line of text in drawing units, by the common widths of a sans-serif's letters. `height` is
-// that of capital letters, `widthFactor` that of the style, `tracking` the share of each letter's width.
-double estimatedTextWidth(const std::wstring& text, double height, double widthFactor, double tracking = 1.0);
+// The width of a line of text in drawing units, of the font's own letters. `height` is that of capital
+// letters, `widthFactor` that of the style.
+double textWidth(const std::wstring& text, double height, double widthFactor,
+                 const TextSetting& setting = TextSetting());
+
+// The font of a style and its letters' distance.
+TextSetting settingOf(const AcGiTextStyle& style);
 
 } // namespace embedded

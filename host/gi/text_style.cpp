@@ -26,7 +26,7 @@ AcGePoint2d AcGiTextStyle::extents(const ACHAR* text, Adesk::Boolean, int length
         letters = embedded::withoutTextCodes(letters);
     if (letters.empty())
         return AcGePoint2d::kOrigin;
-    return {embedded::estimatedTextWidth(letters, m_textSize, m_xScale, m_tracking), m_textSize};
+    return {embedded::textWidth(letters, m_textSize, m_xScale, embedded::settingOf(*this)), m_textSize};
 }
 
 namespace {

@@ -1,6 +1,11 @@
+#include "dbelipse.h"
 #include "dbents.h"
+#include "dbhatch.h"
+#include "dbmtext.h"
 #include "dbpl.h"
+#include "dbspline.h"
 #include "embedded/host_start.h"
+#include "entities/solid.h"
 #include "rxclass.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbCurve, AcDbEntity)
@@ -20,6 +25,11 @@ ACRX_DXF_DEFINE_MEMBERS(AcDb2dVertex, AcDbVertex, AcDb::kDHL_1012, 0, 0, VERTEX,
 ACRX_DXF_DEFINE_MEMBERS(AcDb3dPolylineVertex, AcDbVertex, AcDb::kDHL_1012, 0, 0, VERTEX, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, AcDb::kDHL_1012, 0, 0, POLYLINE, ObjectDBX Classes)
 ACRX_DXF_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, AcDb::kDHL_1012, 0, 0, POLYLINE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbHatch, AcDbEntity, AcDb::kDHL_1014, 0, 0, HATCH, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, AcDb::kDHL_1012, 0, 0, ELLIPSE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbSpline, AcDbCurve, AcDb::kDHL_1012, 0, 0, SPLINE, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbSolid, AcDbEntity, AcDb::kDHL_1012, 0, 0, SOLID, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, AcDb::kDHL_1012, 0, 0, MTEXT, ObjectDBX Classes)
 
 namespace {
 
@@ -40,6 +50,11 @@ void initEntityClasses() {
     AcDb3dPolylineVertex::rxInit();
     AcDb2dPolyline::rxInit();
     AcDb3dPolyline::rxInit();
+    AcDbHatch::rxInit();
+    AcDbMText::rxInit();
+    AcDbEllipse::rxInit();
+    AcDbSolid::rxInit();
+    AcDbSpline::rxInit();
 }
 
 const embedded::RoomInitialiser roomInitialiser(31, initEntityClasses);

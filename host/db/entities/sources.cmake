@@ -3,18 +3,27 @@ set(HOST_DB_ENTITIES_SOURCES
   attribute.cpp
   block_reference.cpp
   block_reference_geometry.cpp
+  bspline.cpp
   circle.cpp
   curve.cpp
   curve_intersect.cpp
   curve_meeting.cpp
   curve_meeting_view.cpp
   curve_path.cpp
+  ellipse.cpp
   entity_classes.cpp
   entity_geometry.cpp
   entity_parts.cpp
   extents.cpp
+  hatch.cpp
+  hatch_filing.cpp
+  hatch_geometry.cpp
+  hatch_picture.cpp
   line.cpp
   minsert_block.cpp
+  mtext.cpp
+  mtext_codes.cpp
+  mtext_geometry.cpp
   owned_chain.cpp
   point.cpp
   polyline.cpp
@@ -25,6 +34,8 @@ set(HOST_DB_ENTITIES_SOURCES
   polyline_geometry.cpp
   reference_lists.cpp
   sequence_end.cpp
+  solid.cpp
+  spline.cpp
   text.cpp
   text_geometry.cpp
   vertex.cpp

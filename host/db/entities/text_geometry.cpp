@@ -24,9 +24,12 @@ double heightAbove(Adesk::UInt16 vertical, Adesk::UInt16 horizontal, double heig
 
 } // namespace
 
-double AcDbText::estimatedWidth() const {
-    return estimatedTextWidth(withoutTextCodes(m_fields.text.kACharPtr()), m_fields.height,
-                              m_fields.widthFactor);
+double AcDbText::letterWidth() const {
+    AcGiTextStyle style;
+    if (!m_fields.style.isNull())
+        fromAcDbTextStyle(style, m_fields.style);
+    return textWidth(withoutTextCodes(m_fields.text.kACharPtr()), m_fields.height, m_fields.widthFactor,
+                     settingOf(style));
 }
 
 AcGeVector3d AcDbText::baseLine() const {
@@ -42,14 +45,14 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
     if (f.horizontal == AcDb::kTextAlign || f.horizontal == AcDb::kTextFit) {
         // Between the two points, by its size or by its letters' width.
         const AcGeVector2d between = f.alignment - f.position;
-        const double width = estimatedWidth();
+        const double width = letterWidth();
         if (!(between.length() > 0.0) || !(width > 0.0))
             return Acad::eOk;
         f.rotation = between.angle();
         (f.horizontal == AcDb::kTextFit ? f.widthFactor : f.height) *= between.length() / width;
         return Acad::eOk;
     }
-    const double width = estimatedWidth();
+    const double width = letterWidth();
     const double before = f.horizontal == AcDb::kTextRight                                      ? width
                           : f.horizontal == AcDb::kTextCenter || f.horizontal == AcDb::kTextMid ? width / 2.0
                                                                                                 : 0.0;

@@ -42,8 +42,9 @@ public:
     void setFileName(const ACHAR* name) { m_fontName = name; }
     void setBigFontFileName(const ACHAR* name) { m_bigFontName = name; }
 
-    // Width and height of `length` characters (-1: all) in drawing units. Without `raw`, %% codes count as
-    // what they stand for. An estimate by the common widths of letters: the host lays out no fonts.
+    // Width and height of `length` characters (-1: all) in drawing units: the width that the font's letters
+    // take, with the room behind the last one, and the height of capital letters. Without `raw`, %% codes
+    // count as what they stand for. A font that is not installed counts as DejaVu Sans.
     AcGePoint2d extents(const ACHAR* text, Adesk::Boolean penUps, int length, Adesk::Boolean raw,
                         AcGiWorldDraw* context = nullptr) const;
 

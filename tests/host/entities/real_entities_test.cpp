@@ -1,5 +1,10 @@
+#include "dbelipse.h"
+#include "dbhatch.h"
 #include "dbidmap.h"
+#include "dbmtext.h"
+#include "dbspline.h"
 #include "embedded/display_list.h"
+#include "entities/solid.h"
 #include "entity_fixture.h"
 #include "rxclass.h"
 
@@ -26,7 +31,12 @@ std::map<std::wstring, AcRxClass*> liveKinds() {
             {L"VERTEX_2D", AcDb2dVertex::desc()},
             {L"VERTEX_3D", AcDb3dPolylineVertex::desc()},
             {L"POLYLINE_2D", AcDb2dPolyline::desc()},
-            {L"POLYLINE_3D", AcDb3dPolyline::desc()}};
+            {L"POLYLINE_3D", AcDb3dPolyline::desc()},
+            {L"HATCH", AcDbHatch::desc()},
+            {L"MTEXT", AcDbMText::desc()},
+            {L"ELLIPSE", AcDbEllipse::desc()},
+            {L"SOLID", AcDbSolid::desc()},
+            {L"SPLINE", AcDbSpline::desc()}};
 }
 
 class RealEntities : public FolderFixture, public testing::WithParamInterface<const char*> {

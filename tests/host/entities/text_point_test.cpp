@@ -7,7 +7,7 @@ namespace {
 class TextAndPoint : public EntityFixture {};
 
 double widthOf(const wchar_t* text, double height = 1.0, double factor = 1.0) {
-    return embedded::estimatedTextWidth(text, height, factor);
+    return embedded::textWidth(text, height, factor);
 }
 
 } // namespace

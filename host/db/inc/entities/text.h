@@ -4,8 +4,8 @@
 #include "dbmain.h"
 
 // A line of text. It stands at its position, the left end of its base line, unless a mode is set; then it
-// stands by its alignment point, and the position follows from that and the text's width, which is an
-// estimate.
+// stands by its alignment point, and the position follows from that and the text's width, which is that of
+// its font's letters.
 class AcDbText : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbText);
@@ -73,7 +73,7 @@ protected:
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray& osnapModes,
                                        AcDbIntArray& geomIds) const override;
     Acad::ErrorStatus subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
-    // Position and height, and for a text with letters the estimated box of them.
+    // Position and height, and for a text with letters the box of them.
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     // The position, and the alignment point where it counts.
     Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
@@ -107,6 +107,6 @@ private:
     static void fileFields(F& fields, Adesk::UInt8 absent, Stream& stream);
     AcGePoint3d toWorld(const AcGePoint2d& point) const;
     AcGeVector3d baseLine() const;
-    double estimatedWidth() const;
+    double letterWidth() const;
     Fields m_fields;
 };

@@ -65,7 +65,7 @@ struct Primitive {
     // Font and the rest; size, width and slant are those above.
     AcGiTextStyle style;
 
-    // What of it has an end; an estimate for a text.
+    // What of it has an end. Of a text the room of its letters from the base line to the height of capitals.
     AcDbExtents extents() const;
 };
 

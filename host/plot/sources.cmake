@@ -1,0 +1,9 @@
+set(HOST_PLOT_SOURCES
+  canvas.cpp
+  colour_table.cpp
+  line_looks.cpp
+  page_lines.cpp
+  page_point.cpp
+  plot.cpp
+  primitive_plotter.cpp
+  view_fit.cpp)
