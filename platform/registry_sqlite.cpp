@@ -1,15 +1,26 @@
 #include "platform/registry.h"
 
 #include "platform/files.h"
+#include "platform/registry_key.h"
 #include "platform/sqlite_store.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <memory>
 #include <mutex>
+#include <system_error>
 
 namespace platform::registry {
 
+// What a handle stands for: a place, not a row, so that a key that is deleted meanwhile is just not there.
+struct OpenKey {
+    std::string place;
+};
+
 namespace {
+
+constexpr int kBadHandle = static_cast<int>(std::errc::bad_file_descriptor);
+constexpr int kNameTooLong = static_cast<int>(std::errc::filename_too_long);
 
 // A key's place is its path in small letters; `name` is its last name as it was written first.
 constexpr const char* kSchema =
@@ -19,6 +30,7 @@ constexpr const char* kSchema =
     "CREATE INDEX IF NOT EXISTS keys_by_parent ON keys(parent);"
     "CREATE TABLE IF NOT EXISTS vals(number INTEGER PRIMARY KEY, place TEXT NOT NULL, folded TEXT NOT NULL,"
     " name TEXT NOT NULL, type INTEGER NOT NULL, data BLOB NOT NULL, UNIQUE(place, folded));"
+    "CREATE INDEX IF NOT EXISTS vals_by_place ON vals(place);"
     "COMMIT;";
 
 struct State {
@@ -94,6 +106,12 @@ std::string placeOf(std::wstring_view path) {
     return place;
 }
 
+// The place of a path below another place.
+std::string placeBelow(const std::string& place, std::wstring_view path) {
+    const std::string below = placeOf(path);
+    return place.empty() || below.empty() ? place + below : place + "\\" + below;
+}
+
 bool hasKey(SqliteStore& store, const std::string& place) {
     return place.empty() ||
            SqliteStore::Statement(store, "SELECT 1 FROM keys WHERE place=?").bind(place).step();
@@ -117,10 +135,13 @@ std::vector<unsigned char> encoded(const Value& value) {
 
 Value decoded(std::int64_t type, std::vector<unsigned char> bytes) {
     Value value;
-    if (type == static_cast<int>(ValueType::kText)) {
+    if (type == kTextType || type == kExpandableTextType) {
         std::u16string units;
         for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)
             units += static_cast<char16_t>(bytes[at] | bytes[at + 1] << 8);
+        // Some store the terminator with the text.
+        while (!units.empty() && units.back() == u'\0')
+            units.pop_back();
         value.text = fromUtf16(units);
     } else if (type == static_cast<int>(ValueType::kNumber)) {
         value.type = ValueType::kNumber;
@@ -133,23 +154,66 @@ Value decoded(std::int64_t type, std::vector<unsigned char> bytes) {
     return value;
 }
 
+// Makes the keys of a path below `place`, which becomes the place of the last.
+int createBelow(SqliteStore& store, std::string& place, std::wstring_view path) {
+    SqliteStore::Transaction transaction(store);
+    if (!hasKey(store, place))
+        return kNotFound;
+    for (const std::wstring& name : namesOf(path)) {
+        if (toUtf16(name).size() > kLongestKeyName)
+            return kNameTooLong;
+        const std::string next = (place.empty() ? "" : place + "\\") + toUtf8(foldCase(name));
+        SqliteStore::Statement(store, "INSERT OR IGNORE INTO keys(place, parent, name) VALUES(?,?,?)")
+            .bind(next)
+            .bind(place)
+            .bind(toUtf8(name))
+            .step();
+        place = next;
+    }
+    transaction.commit();
+    return kDone;
+}
+
+int putData(SqliteStore& store, const std::string& place, std::wstring_view name, std::int64_t type,
+            const void* data, std::size_t size) {
+    if (toUtf16(name).size() > kLongestValueName)
+        return kNameTooLong;
+    SqliteStore::Transaction transaction(store);
+    if (!hasKey(store, place))
+        return kNotFound;
+    SqliteStore::Statement(store,
+                           "INSERT INTO vals(place, folded, name, type, data) VALUES(?,?,?,?,?)"
+                           " ON CONFLICT(place, folded) DO UPDATE SET type=excluded.type, data=excluded.data")
+        .bind(place)
+        .bind(toUtf8(foldCase(name)))
+        .bind(toUtf8(name))
+        .bind(type)
+        .bindBytes(data, size)
+        .step();
+    transaction.commit();
+    return kDone;
+}
+
+// A text as far as its first zero, as the system's calls take it.
+std::wstring_view untilZero(const std::wstring& text) {
+    return std::wstring_view(text).substr(0, text.find(L'\0'));
+}
+
+// Gives a name out if it is short enough.
+int handOut(const std::string& found, std::size_t capacity, std::wstring& name) {
+    std::wstring wide = fromUtf8(found);
+    if (toUtf16(wide).size() >= capacity)
+        return kNameTooLong;
+    name = std::move(wide);
+    return kDone;
+}
+
 } // namespace
 
 int createKey(std::wstring_view path) {
     return guarded(true, [&](SqliteStore& store) {
-        SqliteStore::Transaction transaction(store);
-        std::string parent;
-        for (const std::wstring& name : namesOf(path)) {
-            const std::string place = (parent.empty() ? "" : parent + "\\") + toUtf8(foldCase(name));
-            SqliteStore::Statement(store, "INSERT OR IGNORE INTO keys(place, parent, name) VALUES(?,?,?)")
-                .bind(place)
-                .bind(parent)
-                .bind(toUtf8(name))
-                .step();
-            parent = place;
-        }
-        transaction.commit();
-        return kDone;
+        std::string place;
+        return createBelow(store, place, path);
     });
 }
 
@@ -160,23 +224,10 @@ bool keyExists(std::wstring_view path) {
 }
 
 int setValue(std::wstring_view path, std::wstring_view name, const Value& value) {
+    const std::vector<unsigned char> data = encoded(value);
     return guarded(true, [&](SqliteStore& store) {
-        const std::string place = placeOf(path);
-        const std::vector<unsigned char> data = encoded(value);
-        SqliteStore::Transaction transaction(store);
-        if (!hasKey(store, place))
-            return kNotFound;
-        SqliteStore::Statement(
-            store, "INSERT INTO vals(place, folded, name, type, data) VALUES(?,?,?,?,?)"
-                   " ON CONFLICT(place, folded) DO UPDATE SET type=excluded.type, data=excluded.data")
-            .bind(place)
-            .bind(toUtf8(foldCase(name)))
-            .bind(toUtf8(name))
-            .bind(static_cast<std::int64_t>(value.type))
-            .bindBytes(data.data(), data.size())
-            .step();
-        transaction.commit();
-        return kDone;
+        return putData(store, placeOf(path), name, static_cast<std::int64_t>(value.type), data.data(),
+                       data.size());
     });
 }
 
@@ -243,6 +294,85 @@ int deleteKey(std::wstring_view path) {
         const int outcome = store.changes() > 0 ? kDone : kNotFound;
         transaction.commit();
         return outcome;
+    });
+}
+
+KeyHandle currentUser() {
+    static OpenKey root;
+    return &root;
+}
+
+int createKey(KeyHandle root, const std::wstring& path, std::uint32_t /*access*/, KeyHandle& key) {
+    key = nullptr;
+    if (root == nullptr)
+        return kBadHandle;
+    return guarded(true, [&](SqliteStore& store) {
+        std::string place = root->place;
+        const int outcome = createBelow(store, place, untilZero(path));
+        if (outcome == kDone)
+            key = new OpenKey{std::move(place)};
+        return outcome;
+    });
+}
+
+int openKey(KeyHandle root, const std::wstring& path, std::uint32_t /*access*/, KeyHandle& key) {
+    key = nullptr;
+    if (root == nullptr)
+        return kBadHandle;
+    return guarded(false, [&](SqliteStore& store) {
+        std::string place = placeBelow(root->place, untilZero(path));
+        if (!hasKey(store, place))
+            return kNotFound;
+        key = new OpenKey{std::move(place)};
+        return kDone;
+    });
+}
+
+void closeKey(KeyHandle key) {
+    if (key != currentUser())
+        delete key;
+}
+
+int setData(KeyHandle key, const std::wstring& name, std::uint32_t type, const void* data,
+            std::uint32_t size) {
+    if (key == nullptr)
+        return kBadHandle;
+    return guarded(true, [&](SqliteStore& store) {
+        return putData(store, key->place, untilZero(name), type, data, size);
+    });
+}
+
+int enumerateValue(KeyHandle key, std::uint32_t index, std::size_t capacity, std::wstring& name,
+                   std::uint32_t& type, std::uint32_t& size) {
+    if (key == nullptr)
+        return kBadHandle;
+    return guarded(false, [&](SqliteStore& store) {
+        if (!hasKey(store, key->place))
+            return kNotFound;
+        SqliteStore::Statement found(store, "SELECT name, type, length(data) FROM vals WHERE place=?"
+                                            " ORDER BY number LIMIT 1 OFFSET ?");
+        if (!found.bind(key->place).bind(static_cast<std::int64_t>(index)).step())
+            return kNoMoreItems;
+        const int outcome = handOut(found.text(0), capacity, name);
+        if (outcome == kDone) {
+            type = static_cast<std::uint32_t>(found.number(1));
+            size = static_cast<std::uint32_t>(found.number(2));
+        }
+        return outcome;
+    });
+}
+
+int enumerateKey(KeyHandle key, std::uint32_t index, std::size_t capacity, std::wstring& name) {
+    if (key == nullptr)
+        return kBadHandle;
+    return guarded(false, [&](SqliteStore& store) {
+        if (!hasKey(store, key->place))
+            return kNotFound;
+        SqliteStore::Statement found(store,
+                                     "SELECT name FROM keys WHERE parent=? ORDER BY place LIMIT 1 OFFSET ?");
+        if (!found.bind(key->place).bind(static_cast<std::int64_t>(index)).step())
+            return kNoMoreItems;
+        return handOut(found.text(0), capacity, name);
     });
 }
 

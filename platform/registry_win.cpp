@@ -1,5 +1,7 @@
 #include "platform/registry.h"
 
+#include "platform/registry_key.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -123,6 +125,66 @@ int deleteValue(std::wstring_view path, std::wstring_view name) {
 
 int deleteKey(std::wstring_view path) {
     return RegDeleteTreeW(HKEY_CURRENT_USER, std::wstring(path).c_str());
+}
+
+static_assert(kReadAccess == KEY_READ && kAllAccess == KEY_ALL_ACCESS);
+static_assert(kTextType == REG_SZ && kExpandableTextType == REG_EXPAND_SZ && kBinaryType == REG_BINARY &&
+              kNumberType == REG_DWORD);
+static_assert(kNoMoreItems == ERROR_NO_MORE_ITEMS && kNotFound == ERROR_FILE_NOT_FOUND);
+
+KeyHandle currentUser() { return reinterpret_cast<KeyHandle>(HKEY_CURRENT_USER); }
+
+int createKey(KeyHandle root, const std::wstring& path, std::uint32_t access, KeyHandle& key) {
+    HKEY opened = nullptr;
+    const LSTATUS error =
+        RegCreateKeyExW(reinterpret_cast<HKEY>(root), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                        static_cast<REGSAM>(access), nullptr, &opened, nullptr);
+    key = error == ERROR_SUCCESS ? reinterpret_cast<KeyHandle>(opened) : nullptr;
+    return error;
+}
+
+int openKey(KeyHandle root, const std::wstring& path, std::uint32_t access, KeyHandle& key) {
+    HKEY opened = nullptr;
+    const LSTATUS error =
+        RegOpenKeyExW(reinterpret_cast<HKEY>(root), path.c_str(), 0, static_cast<REGSAM>(access), &opened);
+    key = error == ERROR_SUCCESS ? reinterpret_cast<KeyHandle>(opened) : nullptr;
+    return error;
+}
+
+void closeKey(KeyHandle key) {
+    if (key != nullptr && key != currentUser())
+        RegCloseKey(reinterpret_cast<HKEY>(key));
+}
+
+int setData(KeyHandle key, const std::wstring& name, std::uint32_t type, const void* data,
+            std::uint32_t size) {
+    return RegSetValueExW(reinterpret_cast<HKEY>(key), name.c_str(), 0, type, static_cast<const BYTE*>(data),
+                          size);
+}
+
+int enumerateValue(KeyHandle key, std::uint32_t index, std::size_t capacity, std::wstring& name,
+                   std::uint32_t& type, std::uint32_t& size) {
+    std::wstring buffer(capacity, L'\0');
+    DWORD length = static_cast<DWORD>(capacity);
+    DWORD foundType = 0;
+    DWORD foundSize = 0;
+    const LSTATUS error = RegEnumValueW(reinterpret_cast<HKEY>(key), index, buffer.data(), &length, nullptr,
+                                        &foundType, nullptr, &foundSize);
+    if (error != ERROR_SUCCESS)
+        return error;
+    name.assign(buffer, 0, length);
+    type = foundType;
+    size = foundSize;
+    return kDone;
+}
+
+int enumerateKey(KeyHandle key, std::uint32_t index, std::size_t capacity, std::wstring& name) {
+    std::wstring buffer(capacity, L'\0');
+    const LSTATUS error =
+        RegEnumKeyW(reinterpret_cast<HKEY>(key), index, buffer.data(), static_cast<DWORD>(capacity));
+    if (error == ERROR_SUCCESS)
+        name = buffer.c_str();
+    return error;
 }
 
 // The system has a registry of its own.

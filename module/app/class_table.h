@@ -7,6 +7,7 @@ namespace orv {
 // The run-time classes of this module, with what the host is told of each.
 extern const ClassRow kObjCdbRecordRow;
 extern const ClassRow kCdbRecordRow;
+extern const ClassRow kLoadRow;
 extern const ClassRow kNamedSelectionRow;
 extern const ClassRow kCCSysParRow;
 

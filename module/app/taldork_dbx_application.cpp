@@ -4,6 +4,7 @@
 #include "app/linker.h"
 #include "dbapserv.h"
 #include "dbx/doc/system_manager.h"
+#include "dbx/keyvalue_serialization.h"
 #include "rxclass.h"
 #include "rxdlinkr.h"
 
@@ -46,8 +47,8 @@ Taldork_DBX_Application::~Taldork_DBX_Application() = default;
 
 AcRx::AppRetCode Taldork_DBX_Application::On_kUnloadAppMsg(void* packet) {
     unload(kCommandModule);
-    // What the family's modules have registered here is to be dropped at this place, while their code is
-    // still loaded.
+    // What the family's modules have registered there points into their code, which is still loaded here.
+    orv::KeyValueSerialization::instance().clear();
     for (const wchar_t* const module : kFamily)
         unload(module);
     return orv::DBX_Application::On_kUnloadAppMsg(packet);

@@ -8,4 +8,5 @@ set(SOURCES
   guard.cpp
   key_value_storage.cpp
   number_text.cpp
-  product_name.cpp)
+  product_name.cpp
+  registry.cpp)

@@ -3,6 +3,9 @@ set(SOURCES
   binary_in_archive.cpp
   binary_out_archive.cpp
   dictionary.cpp
+  keyvalue/locale_text.cpp
+  keyvalue/serialization.cpp
+  keyvalue/tree_reader_writer.cpp
   nod.cpp
   syncinfo.cpp
   tools.cpp)

@@ -3,6 +3,7 @@
 #include "arx/types.h"
 #include "base/assert.h"
 #include "base/product_name.h"
+#include "dbx/elem/generic_load.h"
 #include "dbx/elem/plugin_registry.h"
 #include "dbx/in_archive.h"
 #include "dbx/out_archive.h"
@@ -18,7 +19,8 @@ namespace orv::elem {
 
 namespace {
 
-// The one version of the data without a behaviour, and what such data stand for.
+// The one version of the data without a behaviour, and what such data stand
+// for.
 constexpr unsigned int kWithoutBehaviour = 1;
 constexpr unsigned int kFirstBehaviour =
     Plugin_ConnectedElements::kEraseConnected | Plugin_ConnectedElements::kRefreshOnTransform;
@@ -33,8 +35,8 @@ constexpr unsigned int kHasOwnership = 4;
     return true;
 }();
 
-// Open for write until the transaction ends; null for what cannot be had, is no object of a known class, or
-// is not there any more.
+// Open for write until the transaction ends; null for what cannot be had, is no
+// object of a known class, or is not there any more.
 AcDbObject* openConnected(ORV_CDBTransactionManager& transaction, const AcDbObjectId& id) {
     if (id.isNull() || id.isErased())
         return nullptr;
@@ -45,8 +47,29 @@ AcDbObject* openConnected(ORV_CDBTransactionManager& transaction, const AcDbObje
     return object;
 }
 
+GenericLoad* firstLoad(const AcDbEntity& entity) {
+    const auto* const element = dynamic_cast<const ElementBase*>(&entity);
+    if (element == nullptr)
+        return nullptr;
+    const auto walk = element->getConstPluginIterator();
+    for (const auto& plugin : walk)
+        if (auto* const load = dynamic_cast<GenericLoad*>(plugin.get()))
+            return load;
+    return nullptr;
+}
+
 // What a connected entity needs so that it shows the element as it is now.
-void requestDrawing(AcDbEntity& entity) { entity.recordGraphicsModified(true); }
+// False for a load that acts on another element: this one gets nothing, and the
+// walk is over.
+bool requestDrawing(AcDbEntity& entity, const AcDbObjectId& owner) {
+    if (GenericLoad* const load = firstLoad(entity)) {
+        if (load->getElement() != owner)
+            return false;
+        load->requestRefreshGraphics();
+    }
+    entity.recordGraphicsModified(true);
+    return true;
+}
 
 struct ClearingAtEnd {
     Plugin_ConnectedElements::Ids& ids;
@@ -102,7 +125,8 @@ Plugin_ConnectedElements::const_iterator Plugin_ConnectedElements::end() const {
 
 AcDbObjectId Plugin_ConnectedElements::add(const AcDbObjectId& id) {
     assertWriteEnabled();
-    // A copy: the id may be the caller's view into the set, which a hook may change.
+    // A copy: the id may be the caller's view into the set, which a hook may
+    // change.
     const AcDbObjectId added = id;
     m_ids.insert(added);
     onConnectedElementAdded(added);
@@ -137,11 +161,14 @@ AcDbObjectId Plugin_ConnectedElements::getReference(const AcDbObjectId& id) cons
 void Plugin_ConnectedElements::recordGraphicsModifiedForAll() {
     if (owner() == nullptr)
         return;
-    ORV_CDBTransactionManager transaction(databaseOf(*owner()), false);
+    const AcDbObjectId own = owner()->acdb_id();
+    ORV_CDBTransactionManager transaction(own.database(), false);
     const Ids ids = m_ids;
-    for (const AcDbObjectId& id : ids)
-        if (AcDbEntity* const entity = AcDbEntity::cast(openConnected(transaction, id)))
-            requestDrawing(*entity);
+    for (const AcDbObjectId& id : ids) {
+        AcDbEntity* const entity = AcDbEntity::cast(openConnected(transaction, id));
+        if (entity != nullptr && !requestDrawing(*entity, own))
+            return;
+    }
 }
 
 void Plugin_ConnectedElements::assertWriteEnabledForAll() {

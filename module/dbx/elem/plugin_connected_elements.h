@@ -101,8 +101,10 @@ public:
     // The stored id, or null.
     AcDbObjectId getReference(const AcDbObjectId& id) const;
 
-    // Marks the connected entities for drawing. What is erased, cannot be opened for write, or is a proxy is
-    // passed over. Nothing without an owner.
+    // Marks the connected entities for drawing; an element that is a load (its first GenericLoad counts) also
+    // lays its arrows out anew then. A load that acts on another element, or on none, ends the walk: neither
+    // it nor those behind it are marked. What is erased, cannot be opened for write, or is a proxy is passed
+    // over. Nothing without an owner.
     void recordGraphicsModifiedForAll();
 
     // Write, on `element`. Calls onOwnerChanged on those of its plugins that are of this class, in order.

@@ -3,15 +3,35 @@ set(SOURCES
   ObjectProperties.cpp
   bimid.cpp
   element_base.cpp
+  element_load.cpp
   element_log.cpp
   element_log_access.cpp
   element_log_filing.cpp
   element_reader.cpp
   element_triggers.cpp
   element_writer.cpp
+  free_load_base.cpp
+  generic_load.cpp
+  generic_load_draw.cpp
+  generic_load_export.cpp
+  generic_load_filing.cpp
+  generic_load_text.cpp
+  legacy_load.cpp
+  legacy_load_filing.cpp
+  legacy_load_geometry.cpp
+  load_base.cpp
+  load_base_filing.cpp
+  load_data.cpp
+  load_distribution_functions.cpp
+  load_draw.cpp
+  load_hatch.cpp
+  load_sampling.cpp
+  load_types.cpp
+  load_vertex.cpp
   plugin.cpp
   plugin_connected_elements.cpp
   plugin_general.cpp
   plugin_registry.cpp
   property.cpp
-  property_serializers.cpp)
+  property_serializers.cpp
+  vertex_list_util.cpp)

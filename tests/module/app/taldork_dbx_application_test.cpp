@@ -4,6 +4,7 @@
 #include "dbx/NamedSelection.h"
 #include "dbx/cdb/cdbrec.h"
 #include "dbx/cdb/cdbrec_old.h"
+#include "dbx/elem/legacy_load.h"
 #include "embedded/classes.h"
 #include "rxclass.h"
 #include "rxdict.h"
@@ -19,18 +20,23 @@ using testing_support::LinkerRecorder;
 
 namespace {
 
-void expectClass(AcRxClass* found, const wchar_t* name, const wchar_t* dxfName) {
+struct Release {
+    int dwgVersion, maintenance;
+};
+
+void expectClass(AcRxClass* found, const wchar_t* name, const wchar_t* dxfName,
+                 const wchar_t* parent = L"AcDbObject", Release release = {21, 126}) {
     ASSERT_NE(found, nullptr);
     EXPECT_STREQ(found->name(), name);
     EXPECT_STREQ(found->dxfName(), dxfName);
     EXPECT_STREQ(found->appName(), L"ORV_OE_LOADER_191");
     ASSERT_NE(found->myParent(), nullptr);
-    EXPECT_STREQ(found->myParent()->name(), L"AcDbObject");
+    EXPECT_STREQ(found->myParent()->name(), parent);
     int dwgVersion = 0;
     int maintenance = 0;
     found->getClassVersion(dwgVersion, maintenance);
-    EXPECT_EQ(dwgVersion, 21);
-    EXPECT_EQ(maintenance, 126);
+    EXPECT_EQ(dwgVersion, release.dwgVersion);
+    EXPECT_EQ(maintenance, release.maintenance);
     EXPECT_EQ(found->proxyFlags(), 0u);
 }
 
@@ -87,7 +93,7 @@ TEST(TaldorkApplication, KnowsItsModule) {
 }
 
 TEST(TaldorkApplication, RegistersItsClassesInOrderUnderOneDxfName) {
-    ASSERT_GE(orv::kRegisteredClassCount, 2);
+    ASSERT_EQ(orv::kRegisteredClassCount, 5);
     EXPECT_STREQ(orv::kRegisteredClasses[0].row->className, L"ORV_CObjCdbRecord");
     EXPECT_STREQ(orv::kRegisteredClasses[1].row->className, L"ORV_CdbRecord");
     EXPECT_EQ(Taldork_DBX_Application::instance().registerClasses(nullptr), AcRx::kRetOK);
@@ -95,12 +101,13 @@ TEST(TaldorkApplication, RegistersItsClassesInOrderUnderOneDxfName) {
     expectClass(orv::ORV_CdbRecord::desc(), L"ORV_CdbRecord", L"ORV_CDBRECORD");
 }
 
-TEST(TaldorkApplication, RegistersNamedSelectionsBetweenTheRecordsAndTheOlderSystem) {
+TEST(TaldorkApplication, RegistersLoadsAndNamedSelectionsBetweenTheRecordsAndTheOlderSystem) {
     Taldork_DBX_Application::instance().registerClasses(nullptr);
+    expectClass(orv::elem::legacy::ORV_Load::desc(), L"ORV_Load", L"ORV_LOAD", L"AcDbEntity", {31, 7});
     expectClass(orv::ORV_NamedSelection::desc(), L"ORV_NamedSelection", L"ORV_NAMED_SELECTION");
-    EXPECT_STREQ(orv::kRegisteredClasses[orv::kRegisteredClassCount - 2].row->className,
-                 L"ORV_NamedSelection");
-    EXPECT_STREQ(orv::kRegisteredClasses[orv::kRegisteredClassCount - 1].row->className, L"ORV_CCSysPar");
+    EXPECT_STREQ(orv::kRegisteredClasses[2].row->className, L"ORV_Load");
+    EXPECT_STREQ(orv::kRegisteredClasses[3].row->className, L"ORV_NamedSelection");
+    EXPECT_STREQ(orv::kRegisteredClasses[4].row->className, L"ORV_CCSysPar");
 }
 
 TEST(TaldorkApplication, BuildsTheHierarchyOnceAfterTheLastClass) {
@@ -116,6 +123,7 @@ TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) 
             static_cast<AcRxClass*>(acrxClassDictionary->at(orv::kRegisteredClasses[i].row->className)));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CObjCdbRecord"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CdbRecord"));
+    ASSERT_FALSE(acrxClassDictionary->has(L"ORV_Load"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_NamedSelection"));
     ASSERT_FALSE(acrxClassDictionary->has(L"ORV_CCSysPar"));
 
@@ -124,13 +132,15 @@ TEST(TaldorkApplication, EntersTheClassesInTheirOrderBeforeTheHierarchyIsBuilt) 
         LookupRecorder lookups;
         EXPECT_EQ(Taldork_DBX_Application::instance().registerClasses(nullptr), AcRx::kRetOK);
         // Each class looks for its own name when it is entered.
-        EXPECT_EQ(lookups.names(), (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord",
-                                                              L"ORV_NamedSelection", L"ORV_CCSysPar"}));
-        EXPECT_EQ(lookups.hierarchyBuilds(), (std::vector<unsigned>{before, before, before, before}));
+        EXPECT_EQ(lookups.names(),
+                  (std::vector<std::wstring>{L"ORV_CObjCdbRecord", L"ORV_CdbRecord", L"ORV_Load",
+                                             L"ORV_NamedSelection", L"ORV_CCSysPar"}));
+        EXPECT_EQ(lookups.hierarchyBuilds(), std::vector<unsigned>(5, before));
     }
     EXPECT_EQ(embedded::rx::hierarchyBuilds(), before + 1);
     EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CObjCdbRecord"), acrxClassDictionary->idAt(L"ORV_CdbRecord"));
-    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CdbRecord"), acrxClassDictionary->idAt(L"ORV_NamedSelection"));
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_CdbRecord"), acrxClassDictionary->idAt(L"ORV_Load"));
+    EXPECT_LT(acrxClassDictionary->idAt(L"ORV_Load"), acrxClassDictionary->idAt(L"ORV_NamedSelection"));
     EXPECT_LT(acrxClassDictionary->idAt(L"ORV_NamedSelection"), acrxClassDictionary->idAt(L"ORV_CCSysPar"));
 }
 

@@ -1,0 +1,10 @@
+set(TEST_SOURCES
+  ../support/allocation_watch.cpp
+  ../support/program_run.cpp
+  ../support/test_element.cpp
+  dbx/elem/legacy_load_damage_test.cpp
+  dbx/elem/legacy_load_drawing_test.cpp
+  dbx/elem/legacy_load_edit_test.cpp
+  dbx/elem/legacy_load_entity_test.cpp
+  dbx/elem/legacy_load_filing_test.cpp
+  dbx/elem/load_plugins.cpp)

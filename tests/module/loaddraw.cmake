@@ -1,0 +1,12 @@
+set(TEST_SOURCES
+  ../support/test_element.cpp
+  dbx/elem/drawn_loads.cpp
+  dbx/elem/load_draw_property_test.cpp
+  dbx/elem/load_drawing_test.cpp
+  dbx/elem/load_export_test.cpp
+  dbx/elem/load_hatch_test.cpp
+  dbx/elem/load_layout_test.cpp
+  dbx/elem/load_own_curve_test.cpp
+  dbx/elem/load_pictures_test.cpp
+  dbx/elem/load_plugins.cpp)
+set(TEST_LIBRARIES picture_support)

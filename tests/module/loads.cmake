@@ -1,0 +1,11 @@
+set(TEST_SOURCES
+  ../support/allocation_watch.cpp
+  ../support/test_element.cpp
+  dbx/elem/load_base_filing_test.cpp
+  dbx/elem/load_base_in_drawing_test.cpp
+  dbx/elem/load_base_property_test.cpp
+  dbx/elem/load_base_test.cpp
+  dbx/elem/load_distribution_functions_test.cpp
+  dbx/elem/load_types_test.cpp
+  dbx/elem/test_load.cpp
+  dbx/elem/vertex_list_util_test.cpp)
