@@ -36,7 +36,8 @@ bool drawOrientedReadableText(AcadViewportDraw& draw, const AcGePoint3d& positio
     const AcGeVector3d viewDir = draw.viewDir();
     // Inside of a mirrored block the way out of the text is away from the viewer.
     const AcGeVector3d normal = draw.viewRight().crossProduct(draw.viewUp());
-    const AcGeVector3d whole = direction.normal();
+    // The arrow leads one way, its text lies the other way.
+    const AcGeVector3d whole = -direction.normal();
     const AcGeVector3d seen = whole - viewDir * whole.dotProduct(viewDir);
     if (direction.isZeroLength() || !(seen.length() > kLeastSeen)) {
         const AttachmentScope scope(draw, kMiddleCentre);
