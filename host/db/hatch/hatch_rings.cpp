@@ -10,6 +10,8 @@ namespace embedded {
 namespace {
 
 constexpr double kChordsOfTurn = 256.0;
+// Products of coordinates further away would be no numbers.
+constexpr double kFarthest = 1.0e100;
 constexpr int kChordsOfSpan = 8;
 int chordsOf(double sweep) {
     // What is no number is one chord.
@@ -146,7 +148,7 @@ HatchRing ringOf(const HatchLoop& loop) {
     while (ring.size() > 1 && isSame(ring.front(), ring.back()))
         ring.pop_back();
     for (const AcGePoint2d& point : ring)
-        if (!std::isfinite(point.x) || !std::isfinite(point.y))
+        if (!(std::fabs(point.x) <= kFarthest) || !(std::fabs(point.y) <= kFarthest))
             return {};
     return ring;
 }

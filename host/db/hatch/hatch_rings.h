@@ -11,8 +11,8 @@ using HatchRing = std::vector<AcGePoint2d>;
 
 // The chain of a loop. Round pieces become chords of at most 1/256 of a turn, those of a spline eight for
 // each span of its knots. Edges that are told against the way of their loop are turned round. A spline whose
-// numbers do not belong together is the chain of its control points. Empty for a loop with a number that is
-// not finite.
+// numbers do not belong together is the chain of its control points. Empty for a loop with a number
+// that is not finite, or beyond 1e100.
 HatchRing ringOf(const HatchLoop& loop);
 
 // How many points the chain of a loop takes at most.

@@ -26,7 +26,8 @@ struct SeenText {
     AcGeVector3d viewDir, viewRight, viewUp;
 };
 
-SeenText textFrom(const AcGeVector3d& view, const AcGeVector3d& direction) {
+// With an arrow whose text lies that way from its tail.
+SeenText textFrom(const AcGeVector3d& view, const AcGeVector3d& away) {
     SeenText seen;
     double width = 0.0;
     const auto list = seenFrom(view, [&](orv::AcadViewportDraw& draw) {
@@ -35,7 +36,7 @@ SeenText textFrom(const AcGeVector3d& view, const AcGeVector3d& direction) {
         seen.viewDir = draw.viewDir();
         seen.viewRight = draw.viewRight();
         seen.viewUp = draw.viewUp();
-        EXPECT_FALSE(orv::drawOrientedReadableText(draw, kPosition, direction, L"q: 12.5"));
+        EXPECT_FALSE(orv::drawOrientedReadableText(draw, kPosition, -away, L"q: 12.5"));
     });
     EXPECT_EQ(list.primitives.size(), 1u);
     if (list.primitives.empty())
@@ -161,7 +162,7 @@ TEST(ReadableText, IsReadableInsideOfAMirroredBlock) {
         orv::AcadViewportDraw draw(viewportDraw);
         for (const AcGeVector3d& direction :
              {AcGeVector3d(1, 0, 0), AcGeVector3d(-1, 0, 0), AcGeVector3d(0, -1, 0), AcGeVector3d(0, 0, 1)})
-            orv::drawOrientedReadableText(draw, {5, 0, 0}, direction, L"a");
+            orv::drawOrientedReadableText(draw, {5, 0, 0}, -direction, L"a");
         viewportDraw.geometry().popModelTransform();
     };
     const auto list = embedded::draw(sketch, viewFrom(kTop));

@@ -272,6 +272,16 @@ TEST_F(Hatch, FarFromTheOriginLinesAreStillRight) {
     expectStretches(hatch, {{far + 1, far, far + 10}});
 }
 
+TEST_F(Hatch, FartherThanNumbersReachThereIsNothing) {
+    AcDbHatch hatch;
+    makePlainLines(hatch);
+    append(hatch, points({{0, 0}, {1e308, -1e308}, {1e308, 1e308}}));
+    EXPECT_TRUE(stretchesOf(hatch).empty());
+    EXPECT_EQ(areaOf(hatch), 0.0);
+    AcDbExtents box;
+    EXPECT_EQ(hatch.getGeomExtents(box), Acad::eInvalidExtents);
+}
+
 TEST_F(Hatch, OnTheStackItDrawsItsLinesInItsOwnColour) {
     AcDbHatch hatch;
     makePlainLines(hatch);
