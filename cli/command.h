@@ -49,7 +49,10 @@ inline constexpr CommandGroup commandGroups[] = {
     {"systems", "Structural systems of a drawing: list, create, change, check"},
     {"convert", "Converts points between a drawing and the store of a system", true},
     {"elements", "Elements of the model in a drawing: list, show, number, copy, edit"},
+    {"loads", "Loads of a drawing: list, export"},
+    {"plot", "Draws model space of a drawing as SVG, PDF or PNG", true},
     {"select", "Named selections of a drawing: list, set, delete"},
+    {"settings", "Saved loads in the user's settings: get, set, list, delete"},
 };
 /// The same for the one of the example front end.
 inline constexpr CommandGroup exampleCommand = {"example",

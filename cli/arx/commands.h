@@ -3,6 +3,7 @@
 #include "cli/command.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,18 +29,29 @@ std::unique_ptr<Command> makeElementsShow();
 std::unique_ptr<Command> makeElementsNumber();
 std::unique_ptr<Command> makeElementsCopy();
 std::unique_ptr<Command> makeElementsEdit();
+std::unique_ptr<Command> makeLoadsList();
+std::unique_ptr<Command> makeLoadsExport();
+std::unique_ptr<Command> makePlot();
 std::unique_ptr<Command> makeSelectList();
 std::unique_ptr<Command> makeSelectSet();
 std::unique_ptr<Command> makeSelectDel();
+std::unique_ptr<Command> makeSettingsGet();
+std::unique_ptr<Command> makeSettingsSet();
+std::unique_ptr<Command> makeSettingsList();
+std::unique_ptr<Command> makeSettingsDelete();
 
 /// Options that several subcommands share.
 void addDrawing(CLI::App& command, std::string& file, const std::string& name = "FILE",
                 const std::string& meaning = "the drawing");
 void addStore(CLI::App& command, std::string& store);
 CLI::Option* addJson(CLI::App& command, bool& json);
+/// The option --case.
+void addLoadCase(CLI::App& command, std::optional<unsigned int>& loadCase);
 /// The argument NAME.
 void addSystem(CLI::App& command, std::string& name);
 void addSelection(CLI::App& command, std::string& name);
+/// The argument NAME of a saved load.
+void addSavedLoad(CLI::App& command, std::string& name);
 /// The arguments HANDLE and HANDLE…
 void addHandle(CLI::App& command, std::string& handle);
 void addHandles(CLI::App& command, std::vector<std::string>& handles);

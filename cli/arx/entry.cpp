@@ -60,9 +60,16 @@ public:
         m_commands.push_back(makeElementsNumber());
         m_commands.push_back(makeElementsCopy());
         m_commands.push_back(makeElementsEdit());
+        m_commands.push_back(makeLoadsList());
+        m_commands.push_back(makeLoadsExport());
+        m_commands.push_back(makePlot());
         m_commands.push_back(makeSelectList());
         m_commands.push_back(makeSelectSet());
         m_commands.push_back(makeSelectDel());
+        m_commands.push_back(makeSettingsGet());
+        m_commands.push_back(makeSettingsSet());
+        m_commands.push_back(makeSettingsList());
+        m_commands.push_back(makeSettingsDelete());
     }
 
     std::vector<Command*> commands() override {

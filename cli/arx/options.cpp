@@ -1,5 +1,6 @@
 #include "cli/arx/commands.h"
 
+#include "cli/arx/saved_loads.h"
 #include "cli/common/handles.h"
 
 namespace taldork::cli {
@@ -17,6 +18,10 @@ CLI::Option* addJson(CLI::App& command, bool& json) {
     return command.add_flag("--json", json, "Print machine-readable JSON");
 }
 
+void addLoadCase(CLI::App& command, std::optional<unsigned int>& loadCase) {
+    command.add_option("--case", loadCase, "Only the loads of this load case")->option_text("NUMBER");
+}
+
 void addSystem(CLI::App& command, std::string& name) {
     command.add_option("NAME", name, "the store of the system, as in ASDWG; upper and lower case count")
         ->required()
@@ -30,6 +35,13 @@ void addSelection(CLI::App& command, std::string& name) {
         ->check(CLI::Validator(
             [](const std::string& text) { return text.empty() ? "a selection needs a name" : std::string(); },
             ""));
+}
+
+void addSavedLoad(CLI::App& command, std::string& name) {
+    command.add_option("NAME", name, "the saved load; upper and lower case do not count")
+        ->required()
+        ->option_text(noRemark)
+        ->check(CLI::Validator(checkLoadName, ""));
 }
 
 void addHandle(CLI::App& command, std::string& handle) {

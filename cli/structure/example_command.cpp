@@ -28,7 +28,7 @@ std::string count(std::size_t number, const char* what) {
 
 std::vector<AcDbObjectId> allOf(const Frame& frame) {
     std::vector<AcDbObjectId> all = frame.nodes;
-    for (const auto* list : {&frame.columns, &frame.beams, &frame.slabs})
+    for (const auto* list : {&frame.columns, &frame.beams, &frame.slabs, &frame.loads})
         all.insert(all.end(), list->begin(), list->end());
     return all;
 }
@@ -38,14 +38,11 @@ public:
     CLI::App* describe(CLI::App& program) override {
         CLI::App* command = taldork::cli::addSubcommand(
             &program, "example", "Fills a drawing with the example's building frame",
-            "Puts columns, beams, slabs and nodes into model space, with names, numbers, connections and "
-            "two\n"
-            "named selections, and saves the drawing. They are bound to the drawing's first system, or to "
-            "the\n"
-            "one that --system names; where there is none it is made, in metres. With --edit the frame is\n"
-            "moved by two bays to the rear, copied beside itself, and one of its beams is erased and "
-            "brought\n"
-            "back, before the drawing is saved.\n"
+            "Puts columns, beams, slabs, nodes and loads into model space, with names, numbers,\n"
+            "connections and two named selections, and saves the drawing. They are bound to the\n"
+            "drawing's first system, or to the one that --system names; where there is none it is\n"
+            "made, in metres. With --edit the frame is moved by two bays to the rear, copied beside\n"
+            "itself, and one of its beams is erased and brought back, before the drawing is saved.\n"
             "\n"
             "Example: taldork example hall.dwg --bays 3");
         command->add_option("FILE", m_file, "The drawing")->required()->option_text(taldork::cli::noRemark);
@@ -57,6 +54,7 @@ public:
             ->check(CLI::Range(1, kMost));
         command->add_option("--system", m_system, "Store of the system that the elements are bound to")
             ->option_text("NAME");
+        command->add_flag("--no-loads", m_isBare, "The frame without loads");
         command->add_flag("--edit", m_edit, "Also move, copy, erase and bring back");
         return command;
     }
@@ -64,6 +62,7 @@ public:
     void run() override {
         Drawing drawing = Drawing::open(m_file);
         m_options.system = platform::fromUtf8(m_system);
+        m_options.hasLoads = !m_isBare;
         std::string told;
         try {
             const Frame frame = buildFrame(drawing.database(), m_options);
@@ -82,7 +81,8 @@ private:
         std::string text = "made " + count(frame.size(), "element") + " of the system '" +
                            platform::toUtf8(frame.system) + "': " + count(frame.nodes.size(), "node") + ", " +
                            count(frame.columns.size(), "column") + ", " + count(frame.beams.size(), "beam") +
-                           ", " + count(frame.slabs.size(), "slab") + "\n";
+                           ", " + count(frame.slabs.size(), "slab") +
+                           (frame.loads.empty() ? "" : ", " + count(frame.loads.size(), "load")) + "\n";
         for (const std::wstring& name : frame.selections)
             text += "made the selection '" + platform::toUtf8(name) + "'\n";
         return text;
@@ -130,7 +130,7 @@ private:
 
     std::string m_file, m_system;
     FrameOptions m_options;
-    bool m_edit = false;
+    bool m_isBare = false, m_edit = false;
 };
 
 } // namespace

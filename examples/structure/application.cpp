@@ -2,6 +2,7 @@
 
 #include "structure/beam.h"
 #include "structure/class_rows.h"
+#include "structure/load.h"
 #include "structure/node.h"
 #include "structure/numbering.h"
 #include "structure/slab.h"
@@ -31,6 +32,7 @@ Application::Application() {
         {&Node::rxInit, &removeClass<Node>},
         {&Beam::rxInit, &removeClass<Beam>},
         {&Slab::rxInit, &removeClass<Slab>},
+        {&Load::rxInit, &removeClass<Load>},
     };
     setClassTable({classes, classes + sizeof classes / sizeof classes[0]});
 }

@@ -1,11 +1,18 @@
 #include "structure/beam.h"
 
 #include "base/key_value_storage.h"
+#include "dbx/elem/generic_load.h"
 #include "orvcore/transaction_manager.h"
+#include "structure/beam_general.h"
 #include "structure/class_rows.h"
+#include "structure/load.h"
+#include "structure/load_connections.h"
 #include "structure/node.h"
 
+#include <boost/make_shared.hpp>
+
 #include <cmath>
+#include <vector>
 
 namespace structure {
 
@@ -28,6 +35,18 @@ void moveNode(const AcDbObjectId& id, const AcGePoint3d& place) {
         node->setPosition(place);
 }
 
+template <class Work>
+void withLoad(const AcDbObjectId& id, Work work) {
+    if (id.isNull() || id.isErased())
+        return;
+    ORV_CDBTransactionManager manager(id.database(), false);
+    AcDbObject* object = nullptr;
+    if (manager.getObject(object, id, AcDb::kForWrite, false, false) != Acad::eOk)
+        return;
+    if (Load* const load = Load::cast(object))
+        work(*load);
+}
+
 } // namespace
 
 Beam::Beam() = default;
@@ -35,7 +54,7 @@ Beam::~Beam() = default;
 
 Beam::Beam(const orv::CurveSegment& segment) {
     append(segment);
-    addUsualPlugins(orv::elem::kHardPointer, 0);
+    addUsualPlugins(orv::elem::kHardPointer, 0, boost::make_shared<BeamGeneral>());
 }
 
 AcGePoint3d Beam::labelPoint() const {
@@ -60,6 +79,14 @@ void Beam::setRoll(double roll) {
     assertWriteEnabled();
     m_roll = roll;
     recordGraphicsModified();
+    // The loads are written, too: an undo of the turn then makes them look at the beam again.
+    if (const LoadConnections* const present = loads())
+        for (const AcDbObjectId& id : *present)
+            withLoad(id, [](Load& load) {
+                if (orv::elem::GenericLoad* const plugin = load.plugin())
+                    plugin->getVerticesForWrite();
+                load.recordGraphicsModified(true);
+            });
 }
 
 AcDbObjectId Beam::startNode() const {
@@ -110,6 +137,38 @@ void Beam::letGo(const AcDbObjectId& id) {
     Connections* const beams = node != nullptr ? node->connections() : nullptr;
     if (beams != nullptr)
         beams->remove(objectId());
+}
+
+LoadConnections* Beam::loads() const { return LoadConnections::of(*this); }
+
+void Beam::takeLoad(const AcDbObjectId& load) {
+    if (loads() == nullptr)
+        addPlugin(boost::make_shared<LoadConnections>());
+    loads()->add(load);
+}
+
+void Beam::letGoOfLoad(const AcDbObjectId& beam, const AcDbObjectId& load) {
+    if (beam.isErased())
+        return;
+    ORV_CDBTransactionManager manager(beam.database(), false);
+    AcDbObject* object = nullptr;
+    if (manager.getObject(object, beam, AcDb::kForWrite, false, false) != Acad::eOk)
+        return;
+    const Beam* const holder = Beam::cast(object);
+    if (holder != nullptr && holder->loads() != nullptr)
+        holder->loads()->remove(load);
+}
+
+void Beam::layLoads() {
+    const LoadConnections* const present = loads();
+    if (present == nullptr)
+        return;
+    const std::vector<AcDbObjectId> ids(present->begin(), present->end());
+    for (const AcDbObjectId& id : ids)
+        withLoad(id, [this](Load& load) {
+            if (load.beam() == objectId())
+                load.layAlong(*this);
+        });
 }
 
 // Which node stands at which end is filed beside the plugin's set, which has no order of its own. The set
@@ -164,6 +223,7 @@ void Beam::onMoved() {
         return;
     moveNode(m_startNode, start);
     moveNode(m_endNode, end);
+    layLoads();
 }
 
 Acad::ErrorStatus Beam::auditOwn() const { return isEmpty() ? Acad::eDegenerateGeometry : Acad::eOk; }

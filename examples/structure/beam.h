@@ -8,11 +8,12 @@
 
 namespace structure {
 
+class LoadConnections;
 class Node;
 
 // A beam or a column: a curve with a section that may be turned about it. Its ends may stand at nodes, which
-// follow when it moves. The drawing keeps a beam's nodes as long as the beam, and they go with it into
-// another drawing.
+// follow when it moves, and loads may act on it, which follow too. The drawing keeps a beam's nodes and loads
+// as long as the beam, and they go with it into another drawing.
 class STRUCTURE_API Beam : public ElementOf<ORV_SegmentedCurve> {
 public:
     ORV_DECLARE_CLASS(Beam);
@@ -43,6 +44,13 @@ public:
     // another drawing, eNotApplicable for a beam whose stream had no connections, with nothing changed.
     Acad::ErrorStatus connect(Node* start, Node* end);
 
+    // The loads on it; null before there was any. Needs read.
+    LoadConnections* loads() const;
+    // The beam's side of Load::attachTo. Needs write; the beam that lets go may not be open, unless in a
+    // transaction.
+    void takeLoad(const AcDbObjectId& load);
+    static void letGoOfLoad(const AcDbObjectId& beam, const AcDbObjectId& load);
+
 protected:
     void writeOwn(AcDbDwgFiler& filer) const override;
     void readOwn(AcDbDwgFiler& filer) override;
@@ -50,7 +58,7 @@ protected:
     bool onLoad(const orv::KeyValueStorage& storage) override;
 
     void onPostClone() override;
-    // The nodes come to its ends.
+    // The nodes come to its ends, and the loads to it.
     void onMoved() override;
     Acad::ErrorStatus auditOwn() const override;
 
@@ -59,6 +67,7 @@ protected:
 private:
     AcDbObjectId take(Node* node);
     void letGo(const AcDbObjectId& id);
+    void layLoads();
 
     double m_roll = 0.0;
     AcDbObjectId m_startNode;

@@ -24,5 +24,7 @@ const orv::ClassRow kBeamRow = {L"STR_Beam", L"ORV_SegmentedCurve", kDrawingVers
                                 kProxyFlags, L"STR_BEAM",           kApplicationName};
 const orv::ClassRow kSlabRow = {L"STR_Slab", L"AcDbEntity", kDrawingVersion, kMaintenanceRelease,
                                 kProxyFlags, L"STR_SLAB",   kApplicationName};
+const orv::ClassRow kLoadRow = {L"STR_Load", L"ORV_SegmentedCurve", kDrawingVersion, kMaintenanceRelease,
+                                kProxyFlags, L"STR_LOAD",           kApplicationName};
 
 } // namespace structure

@@ -11,5 +11,6 @@ extern const wchar_t* const kApplicationName;
 extern const orv::ClassRow kNodeRow;
 extern const orv::ClassRow kBeamRow;
 extern const orv::ClassRow kSlabRow;
+extern const orv::ClassRow kLoadRow;
 
 } // namespace structure

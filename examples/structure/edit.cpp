@@ -1,5 +1,6 @@
 #include "structure/edit.h"
 
+#include "structure/load.h"
 #include "structure/moved_elements_reactor.h"
 
 #include "dbidmap.h"
@@ -47,9 +48,12 @@ Acad::ErrorStatus moveElements(AcDbDatabase& database, const std::vector<AcDbObj
 Acad::ErrorStatus copyElements(AcDbDatabase& database, const std::vector<AcDbObjectId>& ids,
                                const AcGeVector3d& offset, std::vector<AcDbObjectId>& copies) {
     copies.clear();
+    // A load is cloned if its beam has been.
     AcDbObjectIdArray originals;
-    for (const AcDbObjectId& id : ids)
-        originals.append(id);
+    for (const bool areLoads : {false, true})
+        for (const AcDbObjectId& id : ids)
+            if ((id.objectClass() == Load::desc()) == areLoads)
+                originals.append(id);
     AcDbIdMapping mapping;
     const Acad::ErrorStatus es = database.deepCloneObjects(originals, modelSpaceOf(database), mapping);
     if (es != Acad::eOk)

@@ -2,6 +2,7 @@
 
 #include "dbx/doc/use_system.h"
 #include "orvshape/element_contexts.h"
+#include "structure/load_connections.h"
 #include "structure/soft_connections.h"
 
 #include <boost/make_shared.hpp>
@@ -26,18 +27,23 @@ void removeWhere(Element::Connections& connections, Test isToGo) {
 
 } // namespace
 
-Element::General* Element::general() {
-    return dynamic_cast<General*>(getFirstPlugin(General::static_pluginId()));
+// By its class: that of a beam has an id of its own.
+const Element::General* Element::general() const {
+    for (const auto& plugin : getConstPluginIterator())
+        if (const auto* const general = dynamic_cast<const General*>(plugin.get()))
+            return general;
+    return nullptr;
 }
 
-const Element::General* Element::general() const {
-    return dynamic_cast<const General*>(getFirstPlugin(General::static_pluginId()));
+Element::General* Element::general() {
+    return const_cast<General*>(static_cast<const Element&>(*this).general());
 }
 
 const Element::Connections* Element::connections() const {
     for (const auto& plugin : getConstPluginIterator())
         if (const auto* const connections = dynamic_cast<const Connections*>(plugin.get()))
-            return connections;
+            if (connections->pluginId() != LoadConnections::static_pluginId())
+                return connections;
     return nullptr;
 }
 
@@ -46,7 +52,11 @@ Element::Connections* Element::connections() {
 }
 
 void Element::addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour) {
-    const auto general = boost::make_shared<General>();
+    addUsualPlugins(ownership, behaviour, boost::make_shared<General>());
+}
+
+void Element::addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour,
+                              const boost::shared_ptr<General>& general) {
     addPlugin(general);
     general->createBIMID();
     boost::shared_ptr<Connections> connections;
@@ -62,15 +72,18 @@ void Element::onPostClone() {
     ElementBase::onPostClone();
     if (General* const mine = general())
         mine->createBIMID();
-    if (Connections* const others = connections())
-        removeWhere(*others, [](const AcDbObjectId& id) { return !CopiedTogether::has(id); });
+    for (const auto& plugin : getConstPluginIterator())
+        if (auto* const others = dynamic_cast<Connections*>(plugin.get()))
+            removeWhere(*others, [](const AcDbObjectId& id) { return !CopiedTogether::has(id); });
 }
 
 void Element::dropLostConnections() {
     const AcDbDatabase* const drawing = m_entity.database();
-    if (Connections* const others = connections())
-        removeWhere(*others,
-                    [drawing](const AcDbObjectId& id) { return id.isErased() || id.database() != drawing; });
+    for (const auto& plugin : getConstPluginIterator())
+        if (auto* const others = dynamic_cast<Connections*>(plugin.get()))
+            removeWhere(*others, [drawing](const AcDbObjectId& id) {
+                return id.isErased() || id.database() != drawing;
+            });
 }
 
 void Element::appendElementInfo(orv::ElementInfoContext& info) const {

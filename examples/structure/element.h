@@ -8,13 +8,15 @@
 #include "gepnt3d.h"
 #include "gevec3d.h"
 
+#include <boost/shared_ptr.hpp>
+
 #include <set>
 #include <string>
 
 namespace structure {
 
-// What beams, slabs and nodes have in common, whichever class of the host they derive from. The part that
-// depends on that class is ElementOf (element_of.h).
+// What beams, slabs, nodes and loads have in common, whichever class of the host they derive from. The part
+// that depends on that class is ElementOf (element_of.h).
 class STRUCTURE_API Element : public orv::elem::ElementBase {
 public:
     using General = orv::elem::Plugin_General;
@@ -33,7 +35,7 @@ public:
     // Needs read. Number, name and BIM identifier; null for an element whose stream did not have them.
     General* general();
     const General* general() const;
-    // Needs read. What the element knows of others; null if it knows nothing.
+    // Needs read. What the element knows of others, but for loads; null if it knows nothing.
     Connections* connections();
     const Connections* connections() const;
 
@@ -58,6 +60,8 @@ protected:
     // The plugins that every fresh element has. The host makes elements without any: they come with the
     // stream.
     void addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour);
+    void addUsualPlugins(orv::elem::Ownership ownership, unsigned int behaviour,
+                         const boost::shared_ptr<General>& general);
 
     // A copy is another thing of the real building, and knows only what was copied with it.
     void onPostClone() override;

@@ -43,10 +43,12 @@ Frame buildFrame(AcDbDatabase& database, const FrameOptions& options) {
     transactions.startTransaction();
     Frame frame;
     std::vector<AcDbObjectId> roof;
+    std::vector<std::pair<AcDbObjectId, AcDbObjectId>> loadsOverSlabs;
     try {
         FrameBuilder builder(database, options, store);
         frame = builder.build();
         roof = builder.roof();
+        loadsOverSlabs = builder.loadsOverSlabs();
         if (store.isNew)
             describeModel(database, store, builder.lowestCorner(), builder.highestCorner(),
                           static_cast<int>(frame.nodes.size()));
@@ -57,6 +59,7 @@ Frame buildFrame(AcDbDatabase& database, const FrameOptions& options) {
     transactions.endTransaction();
     // Numbers are given when all is closed.
     processMovedElements(database);
+    referToSlabs(loadsOverSlabs);
     select(database, frame, L"columns", frame.columns);
     select(database, frame, L"roof", roof);
     return frame;

@@ -13,8 +13,9 @@ class AcDbDatabase;
 
 namespace structure {
 
-// A small building: storeys of equal bays, a column at every corner, beams around every bay, a slab in it,
-// and one curved beam that runs out in front of the roof. Lengths are in metres.
+// A small building: storeys of equal bays, a column at every corner, beams around every bay, a slab in it, a
+// rafter with a ridge over the roof, one curved beam that runs out in front of it, and loads of all kinds in
+// five load cases. Lengths are in metres.
 struct FrameOptions {
     int bays = 2; // along X; there is one along Y
     int storeys = 2;
@@ -26,6 +27,7 @@ struct FrameOptions {
     // it has none. A system is made where there is none, in this unit.
     std::wstring system;
     orv::DrawingUnit unit = orv::kUnitMetre;
+    bool hasLoads = true;
 };
 
 // What was made. Columns are beams that stand.
@@ -33,12 +35,15 @@ struct Frame {
     std::wstring system;
     std::vector<AcDbObjectId> nodes;
     std::vector<AcDbObjectId> columns;
-    std::vector<AcDbObjectId> beams; // the curved one last
+    std::vector<AcDbObjectId> beams; // the rafter and the curved one last
     std::vector<AcDbObjectId> slabs;
+    std::vector<AcDbObjectId> loads; // those on beams and columns first
     // "NAME columns" and "NAME roof", where NAME is the system's; those of an earlier frame are replaced.
     std::vector<std::wstring> selections;
 
-    std::size_t size() const { return nodes.size() + columns.size() + beams.size() + slabs.size(); }
+    std::size_t size() const {
+        return nodes.size() + columns.size() + beams.size() + slabs.size() + loads.size();
+    }
 };
 
 // Fills model space with a frame: elements with names, numbers, BIM identifiers, sections and connections on

@@ -1,7 +1,5 @@
 #include "structure/frame_builder.h"
 
-#include "dbtrans.h"
-
 #include <boost/make_shared.hpp>
 
 #include <stdexcept>
@@ -22,29 +20,10 @@ const Section kColumnSection = {L"SHS 200x10", L"S 355", 0.2, 0.2};
 const Section kBeamSection = {L"I 300x150", L"S 355", 0.15, 0.3};
 const Section kSlabSection = {L"d = 22 cm", L"C 30/37", 1.0, 0.22};
 
-void demand(Acad::ErrorStatus es, const char* what) {
-    if (es != Acad::eOk)
-        throw std::runtime_error(what);
-}
-
-template <class Table, class Kind>
-void get(AcDbDatabase& database, Table*& table, AcDbObjectId id, AcDb::OpenMode mode, Kind what) {
-    AcDbObject* object = nullptr;
-    demand(database.transactionManager()->getObject(object, id, mode), what);
-    table = Table::cast(object);
-    demand(table != nullptr ? Acad::eOk : Acad::eNotThatKindOfClass, what);
-}
-
 } // namespace
 
 FrameBuilder::FrameBuilder(AcDbDatabase& database, const FrameOptions& options, const ModelStore& store)
-    : m_database(database), m_options(options), m_store(store) {
-    AcDbBlockTable* blocks = nullptr;
-    get(database, blocks, database.blockTableId(), AcDb::kForRead, "the block table cannot be opened");
-    AcDbObjectId space;
-    demand(blocks->getAt(ACDB_MODEL_SPACE, space), "the drawing has no model space");
-    get(database, m_space, space, AcDb::kForWrite, "model space cannot be written");
-}
+    : m_options(options), m_store(store), m_space(database, store) {}
 
 Frame FrameBuilder::build() {
     m_frame.system = m_store.name;
@@ -54,7 +33,10 @@ Frame FrameBuilder::build() {
         makeBeams(storey);
         makeSlabs(storey);
     }
+    makeRafter();
     makeCurvedBeam();
+    if (m_options.hasLoads)
+        makeLoads();
     return m_frame;
 }
 
@@ -78,7 +60,7 @@ void FrameBuilder::makeNodes() {
     for (int storey = 0; storey <= m_options.storeys; ++storey)
         for (int y = 0; y < kRows; ++y)
             for (int x = 0; x <= m_options.bays; ++x) {
-                Node* const node = add(std::make_unique<Node>(gridPoint(x, y, storey)), kNodeLayer);
+                Node* const node = m_space.add(std::make_unique<Node>(gridPoint(x, y, storey)), kNodeLayer);
                 m_nodes.push_back(node);
                 m_frame.nodes.push_back(node->objectId());
                 node->general()->setName(nameOf(L"N", m_nodes.size()));
@@ -87,7 +69,7 @@ void FrameBuilder::makeNodes() {
 
 Beam* FrameBuilder::addBeam(const orv::CurveSegment& segment, Node* start, Node* end, const Section& section,
                             const wchar_t* kind, std::vector<AcDbObjectId>& list) {
-    Beam* const beam = add(std::make_unique<Beam>(segment), kBeamLayer);
+    Beam* const beam = m_space.add(std::make_unique<Beam>(segment), kBeamLayer);
     list.push_back(beam->objectId());
     beam->general()->setName(nameOf(kind, list.size()));
     beam->addPlugin(boost::make_shared<SectionPlugin>(section));
@@ -101,8 +83,10 @@ void FrameBuilder::makeColumns() {
             for (int x = 0; x <= m_options.bays; ++x) {
                 orv::CurveSegment line;
                 orv::CurveSegment::line(gridPoint(x, y, storey), gridPoint(x, y, storey + 1), line);
-                addBeam(line, nodeAt(x, y, storey), nodeAt(x, y, storey + 1), kColumnSection, L"C",
-                        m_frame.columns);
+                Beam* const column = addBeam(line, nodeAt(x, y, storey), nodeAt(x, y, storey + 1),
+                                             kColumnSection, L"C", m_frame.columns);
+                if (x == 0 && y == 0)
+                    m_members.corner.push_back(column);
             }
 }
 
@@ -113,6 +97,7 @@ void FrameBuilder::makeBeams(int storey) {
         orv::CurveSegment::line(gridPoint(x, y, storey), gridPoint(toX, toY, storey), line);
         m_storeyBeams.push_back(
             addBeam(line, nodeAt(x, y, storey), nodeAt(toX, toY, storey), kBeamSection, L"B", m_frame.beams));
+        m_members.straight.push_back(m_storeyBeams.back());
         if (storey == m_options.storeys)
             m_roof.push_back(m_storeyBeams.back()->objectId());
     };
@@ -129,7 +114,8 @@ void FrameBuilder::makeSlabs(int storey) {
         const std::vector<AcGePoint3d> corners = {gridPoint(x, 0, storey), gridPoint(x + 1, 0, storey),
                                                   gridPoint(x + 1, 1, storey), gridPoint(x, 1, storey)};
         Slab* const slab =
-            add(std::make_unique<Slab>(corners, kSlabSection.height * m_store.metre), kSlabLayer);
+            m_space.add(std::make_unique<Slab>(corners, kSlabSection.height * m_store.metre), kSlabLayer);
+        m_members.slabs.push_back(slab);
         m_frame.slabs.push_back(slab->objectId());
         slab->general()->setName(nameOf(L"S", m_frame.slabs.size()));
         slab->addPlugin(boost::make_shared<SectionPlugin>(kSlabSection));
@@ -142,6 +128,21 @@ void FrameBuilder::makeSlabs(int storey) {
     }
 }
 
+// Over the columns behind: up to a ridge in the middle, and down again.
+void FrameBuilder::makeRafter() {
+    const int top = m_options.storeys;
+    const AcGePoint3d start = gridPoint(0, 1, top);
+    const AcGePoint3d end = gridPoint(m_options.bays, 1, top);
+    const AcGePoint3d ridge =
+        start + (end - start) / 2.0 + AcGeVector3d::kZAxis * (m_options.storeyHeight / 2.0 * m_store.metre);
+    orv::CurveSegment rise;
+    orv::CurveSegment::line(start, ridge, rise);
+    m_members.rafter =
+        addBeam(rise, nodeAt(0, 1, top), nodeAt(m_options.bays, 1, top), kBeamSection, L"B", m_frame.beams);
+    demand(m_members.rafter->appendLineTo(end), "the rafter has no curve");
+    m_roof.push_back(m_members.rafter->objectId());
+}
+
 void FrameBuilder::makeCurvedBeam() {
     const int top = m_options.storeys;
     const AcGePoint3d start = gridPoint(0, 0, top);
@@ -151,37 +152,16 @@ void FrameBuilder::makeCurvedBeam() {
     orv::CurveSegment arc;
     if (!orv::CurveSegment::arcThrough(start, middle, end, arc))
         throw std::runtime_error("the curved beam has no curve");
-    const Beam* const beam =
+    m_members.curved =
         addBeam(arc, nodeAt(0, 0, top), nodeAt(m_options.bays, 0, top), kBeamSection, L"B", m_frame.beams);
-    m_roof.push_back(beam->objectId());
+    m_roof.push_back(m_members.curved->objectId());
 }
 
-template <class Kind>
-Kind* FrameBuilder::add(std::unique_ptr<Kind> element, const wchar_t* layer) {
-    element->setDatabaseDefaults(&m_database);
-    demand(element->setLayer(layerOf(layer)), "an element cannot be put on its layer");
-    demand(m_space->appendAcDbEntity(element.get()), "an element cannot be put into model space");
-    Kind* const added = element.release(); // the drawing's from here on
-    demand(m_database.transactionManager()->addNewlyCreatedDBRObject(added),
-           "an element cannot be handed to the transaction");
-    added->bindTo(m_store.id, m_store.name);
-    return added;
-}
-
-AcDbObjectId FrameBuilder::layerOf(const wchar_t* prefix) {
-    const std::wstring name = prefix + m_store.name;
-    AcDbLayerTable* layers = nullptr;
-    get(m_database, layers, m_database.layerTableId(), AcDb::kForRead, "the layer table cannot be opened");
-    AcDbObjectId id;
-    if (layers->getAt(name.c_str(), id) == Acad::eOk)
-        return id;
-    get(m_database, layers, m_database.layerTableId(), AcDb::kForWrite, "the layer table cannot be written");
-    auto layer = std::make_unique<AcDbLayerTableRecord>();
-    demand(layer->setName(name.c_str()), "a layer cannot be named after the store");
-    demand(layers->add(id, layer.get()), "a layer cannot be made");
-    AcDbLayerTableRecord* const added = layer.release(); // the drawing's from here on
-    added->close();
-    return id;
+void FrameBuilder::makeLoads() {
+    FrameLoads loads(m_space, m_store.metre, m_members);
+    loads.make();
+    m_frame.loads = loads.ids();
+    m_loadsOverSlabs = loads.overSlabs();
 }
 
 } // namespace structure

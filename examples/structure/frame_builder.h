@@ -2,15 +2,15 @@
 
 #include "structure/beam.h"
 #include "structure/frame.h"
-#include "structure/model_store.h"
+#include "structure/frame_loads.h"
+#include "structure/model_space.h"
 #include "structure/node.h"
 #include "structure/section_plugin.h"
 #include "structure/slab.h"
 
-#include "dbsymtb.h"
-
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace structure {
@@ -23,6 +23,10 @@ public:
     Frame build();
     // Of the topmost storey: beams and slabs.
     const std::vector<AcDbObjectId>& roof() const { return m_roof; }
+    // Its free loads, each with the slab that it stands over.
+    const std::vector<std::pair<AcDbObjectId, AcDbObjectId>>& loadsOverSlabs() const {
+        return m_loadsOverSlabs;
+    }
     // Of the columns' grid.
     AcGePoint3d lowestCorner() const { return gridPoint(0, 0, 0); }
     AcGePoint3d highestCorner() const { return gridPoint(m_options.bays, 1, m_options.storeys); }
@@ -36,23 +40,21 @@ private:
     void makeColumns();
     void makeBeams(int storey);
     void makeSlabs(int storey);
+    void makeRafter();
     void makeCurvedBeam();
+    void makeLoads();
 
     Beam* addBeam(const orv::CurveSegment& segment, Node* start, Node* end, const Section& section,
                   const wchar_t* kind, std::vector<AcDbObjectId>& list);
-    // Puts an element into model space; the drawing's from then on.
-    template <class Kind>
-    Kind* add(std::unique_ptr<Kind> element, const wchar_t* layer);
-    AcDbObjectId layerOf(const wchar_t* prefix);
-
-    AcDbDatabase& m_database;
     const FrameOptions m_options;
     const ModelStore m_store;
-    AcDbBlockTableRecord* m_space = nullptr;
+    ModelSpace m_space;
     Frame m_frame;
+    FrameMembers m_members;
     std::vector<Node*> m_nodes;
     std::vector<Beam*> m_storeyBeams; // of the storey that is just made: along X, then along Y
     std::vector<AcDbObjectId> m_roof;
+    std::vector<std::pair<AcDbObjectId, AcDbObjectId>> m_loadsOverSlabs;
 };
 
 } // namespace structure

@@ -24,11 +24,8 @@ unsigned int storedNumber(const AcDbObjectId& id) {
     AcDbObject* object = nullptr;
     if (manager.getObject(object, id, AcDb::kForRead, false, false) != Acad::eOk)
         return 0;
-    const auto* const element = dynamic_cast<const ElementBase*>(object);
-    if (element == nullptr)
-        return 0;
-    const auto* const general =
-        dynamic_cast<const Plugin_General*>(element->getFirstPlugin(Plugin_General::static_pluginId()));
+    const Element* const element = Element::cast(static_cast<const AcDbObject*>(object));
+    const Plugin_General* const general = element != nullptr ? element->general() : nullptr;
     return general != nullptr ? general->getNumber() : 0;
 }
 

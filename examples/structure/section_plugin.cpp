@@ -22,7 +22,7 @@ namespace {
 constexpr unsigned int kFirstVersionWithMaterial = 2;
 
 // The height of the letters, in metres.
-constexpr double kTextHeight = 0.25;
+constexpr double kTextHeight = 0.15;
 
 // The table of creators is filled while the module is loaded, before any drawing opens.
 const bool s_registered = [] {

@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 
 std::string ElementsCliTest::frameDrawing(const std::string& name) {
     done({"new", file(name)});
-    done({"example", file(name)});
+    done({"example", file(name), "--no-loads"});
     return file(name);
 }
 

@@ -12,7 +12,7 @@ class ElementsCliTest : public CliTest {
 protected:
     using Json = nlohmann::ordered_json;
 
-    /// A new drawing with the example's frame.
+    /// A new drawing with the example's frame, which has no loads.
     std::string frameDrawing(const std::string& name = "frame.dwg");
     /// The drawing of write_elements.cpp: nodes with handles in the order second, third, fourth, first.
     /// Whoever opens the first one is told of its plugin.

@@ -36,14 +36,14 @@ TEST_F(ElementsEditTest, CopiesKnowEachOtherAndHaveTheirOwnNumbers) {
                                              nodes[1].get<std::string>() + " 0,40,0\n");
     EXPECT_EQ(run.code, 0) << run.err;
     const Json all = rows(drawing);
-    ASSERT_EQ(all.size(), 52U);
-    EXPECT_EQ(all[49]["class"], "STR_Beam");
-    EXPECT_EQ(all[49]["number"], 28);
-    EXPECT_EQ(all[49]["connections"], Json({all[50]["handle"], all[51]["handle"]}));
-    EXPECT_NE(run.out.find("\n  + " + all[49]["handle"].get<std::string>() + " STR_Beam 28 'B1'\n"),
+    ASSERT_EQ(all.size(), 53U);
+    EXPECT_EQ(all[50]["class"], "STR_Beam");
+    EXPECT_EQ(all[50]["number"], 29);
+    EXPECT_EQ(all[50]["connections"], Json({all[51]["handle"], all[52]["handle"]}));
+    EXPECT_NE(run.out.find("\n  + " + all[50]["handle"].get<std::string>() + " STR_Beam 29 'B1'\n"),
               std::string::npos)
         << run.out;
-    EXPECT_EQ(extents(all[49]["handle"])["min"][1].get<double>(), extents(beam)["min"][1].get<double>() + 40);
+    EXPECT_EQ(extents(all[50]["handle"])["min"][1].get<double>(), extents(beam)["min"][1].get<double>() + 40);
 }
 
 TEST_F(ElementsEditTest, AnErasedBeamComesBackWithAnUndo) {
@@ -69,7 +69,7 @@ TEST_F(ElementsEditTest, WhatGoesWithAnElementIsToldAndComesBackWithIt) {
         EXPECT_NE(run.out.find(mark + node + " STR_Node 1 'N1'\n"), std::string::npos) << run.out;
         EXPECT_NE(run.out.find(mark + column + " STR_Beam 1 'C1'\n"), std::string::npos) << run.out;
     }
-    EXPECT_EQ(rows(drawing).size(), 48U);
+    EXPECT_EQ(rows(drawing).size(), 49U);
     EXPECT_EQ(json({"elements", "show", drawing, column})["connections"].size(), 2U);
 }
 

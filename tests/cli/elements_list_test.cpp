@@ -24,7 +24,7 @@ TEST_F(ElementsListTest, ADrawingWithoutElementsHasNone) {
 TEST_F(ElementsListTest, TheFrameHasAllOfItsElements) {
     const std::string drawing = frameDrawing();
     const Json all = rows(drawing);
-    ASSERT_EQ(all.size(), 49U);
+    ASSERT_EQ(all.size(), 50U);
     const Words order = handles(all);
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end(), [](const std::string& a, const std::string& b) {
         return std::stoul(a, nullptr, 16) < std::stoul(b, nullptr, 16);
@@ -40,7 +40,7 @@ TEST_F(ElementsListTest, TheFrameHasAllOfItsElements) {
     EXPECT_EQ(beam["bimId"].get<std::string>().rfind("guid:128:", 0), 0U);
     EXPECT_EQ(beam["system"], "ASDWG");
     EXPECT_EQ(beam["connections"].size(), 2U);
-    EXPECT_EQ(beam["plugins"], Json({"orv.base.general", "orv.se.connectedelements.1", "str.section.1"}));
+    EXPECT_EQ(beam["plugins"], Json({"str.general.beam.1", "orv.se.connectedelements.1", "str.section.1"}));
     EXPECT_EQ(beam["keptPlugins"], Json::array());
 }
 
@@ -64,7 +64,7 @@ TEST_F(ElementsListTest, ClassesAreNamedByTheirNameOrTheirDxfName) {
     EXPECT_EQ(rows(drawing, {"--class", "STR_Slab"}).size(), 4U);
     EXPECT_EQ(rows(drawing, {"--class", "STR_SLAB"}).size(), 4U);
     EXPECT_EQ(rows(drawing, {"--class", "str_slab"}).size(), 0U);
-    EXPECT_EQ(rows(drawing, {"--system", "ASDWG"}).size(), 49U);
+    EXPECT_EQ(rows(drawing, {"--system", "ASDWG"}).size(), 50U);
     EXPECT_EQ(rows(drawing, {"--system", "ASDWG", "--class", "STR_Node"}).size(), 18U);
     EXPECT_EQ(rows(drawing, {"--system", "OTHER"}).size(), 0U);
 }

@@ -21,7 +21,7 @@ protected:
 } // namespace
 
 TEST_F(ElementsNumberTest, TheFrameIsNumberedWithoutFault) {
-    EXPECT_EQ(done({"elements", "number", frameDrawing()}), "STR_Beam: 27 elements, highest number 27\n"
+    EXPECT_EQ(done({"elements", "number", frameDrawing()}), "STR_Beam: 28 elements, highest number 28\n"
                                                             "STR_Node: 18 elements, highest number 18\n"
                                                             "STR_Slab: 4 elements, highest number 4\n");
 }
@@ -81,7 +81,7 @@ TEST_F(ElementsNumberTest, OneClassIsRenumberedAlone) {
     const std::string script = "erase " + named(drawing, "N1") + "\n"; // its column goes with it
     EXPECT_EQ(edit(drawing, script).code, 0);
     done({"elements", "number", drawing, "--renumber", "--class", "STR_Beam"});
-    EXPECT_EQ(done({"elements", "number", drawing}), "STR_Beam: 26 elements, highest number 26\n"
+    EXPECT_EQ(done({"elements", "number", drawing}), "STR_Beam: 27 elements, highest number 27\n"
                                                      "STR_Node: 17 elements, highest number 18\n"
                                                      "  gap        1\n"
                                                      "STR_Slab: 4 elements, highest number 4\n");

@@ -28,7 +28,7 @@ TEST_F(ExampleTest, ARealDrawingTakesTheFrameAndKeepsWhatItHad) {
         fs::permissions(drawing, fs::perms::owner_write, fs::perm_options::add);
         const Json before = json({"info", drawing})["objects"];
         EXPECT_EQ(taldork({"example", drawing}).code, 0);
-        EXPECT_EQ(rows(drawing).size(), 49U);
+        EXPECT_EQ(rows(drawing).size(), 71U);
         const Json after = json({"info", drawing})["objects"];
         for (const auto& [kind, count] : before.items())
             EXPECT_GE(after[kind], count) << kind;

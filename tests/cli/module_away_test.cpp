@@ -71,7 +71,7 @@ TEST_F(ModuleAwayTest, WithTheModuleBackTheyAreRecordsAgain) {
 TEST_F(ModuleAwayTest, NewAndItsHelpWork) {
     done({"new", file("a.dwg")});
     EXPECT_EQ(json({"info", file("a.dwg")})["version"], "AC1015");
-    for (const char* word : {"records", "systems", "convert", "elements", "select", "example"})
+    for (const char* word : {"records", "systems", "convert", "elements", "select", "settings", "example"})
         EXPECT_NE(done({"--help"}).find(word), std::string::npos) << word;
     EXPECT_EQ(taldork({"melt"}).code, 2);
 }

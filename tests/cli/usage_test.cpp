@@ -30,6 +30,7 @@ const std::vector<std::vector<std::string>> subcommands = {{"new"},
                                                            {"elements", "number"},
                                                            {"elements", "copy"},
                                                            {"elements", "edit"},
+                                                           {"plot"},
                                                            {"select", "list"},
                                                            {"select", "set"},
                                                            {"select", "del"},
@@ -40,7 +41,7 @@ const std::vector<std::vector<std::string>> subcommands = {{"new"},
 TEST_F(UsageTest, HelpNamesEverySubcommandOfTheFirstLevel) {
     const std::string help = done({"--help"});
     for (const char* word : {"new", "save", "info", "store", "records", "data", "systems", "convert",
-                             "elements", "select", "example"})
+                             "elements", "plot", "select", "settings", "example"})
         EXPECT_NE(help.find(std::string("\n  ") + word + " "), std::string::npos) << word << "\n" << help;
 }
 
@@ -66,7 +67,7 @@ TEST_F(UsageTest, EverySubcommandWithoutArgumentsIsWrongUsage) {
 TEST_F(UsageTest, NoSubcommandIsWrongUsage) { EXPECT_EQ(taldork({}).code, 2); }
 
 TEST_F(UsageTest, AGroupWithoutItsSecondWordIsWrongUsage) {
-    for (const char* group : {"store", "records", "data", "systems", "elements", "select"})
+    for (const char* group : {"store", "records", "data", "systems", "elements", "select", "settings"})
         EXPECT_EQ(taldork({group}).code, 2) << group;
 }
 

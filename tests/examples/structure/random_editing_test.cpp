@@ -3,30 +3,37 @@
 
 #include "examples/structure/structure_test.h"
 
+#include "dbx/elem/generic_load.h"
 #include "embedded/session.h"
 
 #include <rapidcheck/gtest.h>
 
+#include <map>
 #include <set>
 
 namespace structure_tests {
 namespace {
 
 using structure::Beam;
+using structure::Load;
 using structure::Node;
 using structure::Slab;
 
-// What a user would say of an element: where it is, and which nodes a beam stands at. By handles.
+// What a user would say of an element: where it is, which nodes a beam stands at, and which beam a load
+// stands on. By handles.
 struct Known {
     AcRxClass* kind = nullptr;
     AcGePoint3d first, second;
     Adesk::UInt64 startNode = 0, endNode = 0;
+    Adesk::UInt64 beam = 0;
+    // Of a load on a beam, from the beam's first point: what stays the same wherever the beam goes.
+    AcGeVector3d toFirst, toSecond;
 };
 using Model = std::map<Adesk::UInt64, Known>;
 
 bool operator==(const Known& a, const Known& b) {
     return a.kind == b.kind && a.first.isEqualTo(b.first) && a.second.isEqualTo(b.second) &&
-           a.startNode == b.startNode && a.endNode == b.endNode;
+           a.startNode == b.startNode && a.endNode == b.endNode && a.beam == b.beam;
 }
 
 Known lookAt(const AcDbObjectId& id) {
@@ -38,6 +45,17 @@ Known lookAt(const AcDbObjectId& id) {
         const Open<Slab> slab(id);
         known.first = slab->corners().front();
         known.second = slab->corners().back();
+    } else if (known.kind == Load::desc()) {
+        const Open<Load> load(id);
+        const auto& vertices = load->plugin()->getVertices();
+        known.first = load->isEmpty() ? vertices.front().point : load->startPoint();
+        known.second = load->isEmpty() ? vertices.back().point : load->endPoint();
+        known.beam = load->beam().handle();
+        if (known.beam != 0) {
+            const AcGePoint3d begin = Open<Beam>(load->beam())->startPoint();
+            known.toFirst = known.first - begin;
+            known.toSecond = known.second - begin;
+        }
     } else {
         const Open<Beam> beam(id);
         beam->getStartPoint(known.first);
@@ -48,7 +66,8 @@ Known lookAt(const AcDbObjectId& id) {
     return known;
 }
 
-// What a move is expected to do: nodes come to the ends of the beams that moved, the newest beam last.
+// What a move is expected to do: nodes come to the ends of the beams that moved, the newest beam last, and
+// loads to where they stand on theirs, whether these or they themselves moved.
 void moveIn(Model& model, const std::set<Adesk::UInt64>& moved, const AcGeVector3d& offset) {
     for (const Adesk::UInt64 handle : moved) {
         model[handle].first += offset;
@@ -61,6 +80,26 @@ void moveIn(Model& model, const std::set<Adesk::UInt64>& moved, const AcGeVector
         if (beam.endNode != 0)
             model[beam.endNode].first = model[beam.endNode].second = beam.second;
     }
+    for (auto& [handle, load] : model) {
+        if (load.beam == 0)
+            continue;
+        load.first = model[load.beam].first + load.toFirst;
+        load.second = model[load.beam].first + load.toSecond;
+    }
+}
+
+// What is copied of these: loads only with their beams.
+std::vector<AcDbObjectId> copied(const Model& model, const std::vector<AcDbObjectId>& chosen) {
+    std::set<Adesk::UInt64> handles;
+    for (const AcDbObjectId& id : chosen)
+        handles.insert(id.handle());
+    std::vector<AcDbObjectId> left;
+    for (const AcDbObjectId& id : chosen) {
+        const Adesk::UInt64 beam = model.at(id.handle()).beam;
+        if (beam == 0 || handles.count(beam) != 0)
+            left.push_back(id);
+    }
+    return left;
 }
 
 // A copy stands at a node if that was copied with it.
@@ -76,20 +115,25 @@ void copyIn(Model& model, const std::vector<AcDbObjectId>& originals, const std:
         Known known = model[pair.first];
         for (Adesk::UInt64* const node : {&known.startNode, &known.endNode})
             *node = copyOf.count(*node) != 0 ? copyOf[*node] : 0;
+        if (known.beam != 0)
+            known.beam = copyOf.at(known.beam);
         model[pair.second] = known;
     }
     moveIn(model, made, offset);
 }
 
-// A node takes its beams with it.
+// A node takes its beams with it, and a beam its loads.
 void eraseIn(Model& model, const std::vector<AcDbObjectId>& erased) {
+    const auto eraseWhere = [&](const auto& isToGo) {
+        for (auto it = model.begin(); it != model.end();)
+            it = isToGo(it->second) ? model.erase(it) : std::next(it);
+    };
     for (const AcDbObjectId& id : erased) {
         const Adesk::UInt64 handle = id.handle();
         model.erase(handle);
-        for (auto it = model.begin(); it != model.end();)
-            it = it->second.startNode == handle || it->second.endNode == handle ? model.erase(it)
-                                                                                : std::next(it);
+        eraseWhere([&](const Known& one) { return one.startNode == handle || one.endNode == handle; });
     }
+    eraseWhere([&](const Known& one) { return one.beam != 0 && model.count(one.beam) == 0; });
 }
 
 // A drawing, and what has stood in it so far, newest last.
@@ -164,8 +208,9 @@ public:
             moveIn(expected, moved, offset);
         } else if (kind == 1) {
             RC_ASSERT(structure::copyElements(*m_db, chosen, offset, copies) == Acad::eOk);
-            RC_ASSERT(copies.size() == chosen.size());
-            copyIn(expected, chosen, copies, offset);
+            const std::vector<AcDbObjectId> originals = copied(expected, chosen);
+            RC_ASSERT(copies.size() == originals.size());
+            copyIn(expected, originals, copies, offset);
         } else {
             RC_ASSERT(structure::eraseElements(chosen) == Acad::eOk);
             eraseIn(expected, chosen);
@@ -208,10 +253,18 @@ public:
         RC_ASSERT(look() == m_states[m_at].model);
         std::map<AcRxClass*, std::set<unsigned int>> numbers;
         std::set<std::string> identifiers;
+        std::map<Adesk::UInt64, std::set<Adesk::UInt64>> loads, known;
+        for (const auto& [handle, one] : m_states[m_at].model)
+            if (one.beam != 0)
+                loads[one.beam].insert(handle);
         for (const AcDbObjectId& id : elements()) {
+            if (id.objectClass() == Beam::desc())
+                for (const AcDbObjectId& load : loadsOf(id))
+                    known[id.handle()].insert(load.handle());
             RC_ASSERT(numbers[id.objectClass()].insert(numberOf(id)).second);
             RC_ASSERT(identifiers.insert(bimOf(id)).second);
         }
+        RC_ASSERT(known == loads);
     }
 
 private:

@@ -6,6 +6,8 @@
 #include "structure/beam.h"
 #include "structure/edit.h"
 #include "structure/frame.h"
+#include "structure/load.h"
+#include "structure/load_connections.h"
 #include "structure/moved_elements_reactor.h"
 #include "structure/node.h"
 #include "structure/section_plugin.h"
@@ -21,6 +23,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -181,7 +184,7 @@ protected:
 
 inline std::vector<AcDbObjectId> allOf(const structure::Frame& frame) {
     std::vector<AcDbObjectId> all = frame.nodes;
-    for (const auto* list : {&frame.columns, &frame.beams, &frame.slabs})
+    for (const auto* list : {&frame.columns, &frame.beams, &frame.slabs, &frame.loads})
         all.insert(all.end(), list->begin(), list->end());
     return all;
 }
@@ -190,7 +193,15 @@ inline unsigned int numberOf(AcDbObjectId id) { return OpenElement(id)->general(
 inline std::string bimOf(AcDbObjectId id) { return OpenElement(id)->general()->getBIMID(); }
 inline std::set<AcDbObjectId> connectionsOf(AcDbObjectId id) {
     const OpenElement element(id);
-    return {element->connections()->begin(), element->connections()->end()};
+    const auto* const connections = element->connections();
+    return connections != nullptr ? std::set<AcDbObjectId>(connections->begin(), connections->end())
+                                  : std::set<AcDbObjectId>();
+}
+// The loads that a beam knows of.
+inline std::set<AcDbObjectId> loadsOf(AcDbObjectId beam) {
+    const Open<structure::Beam> element(beam);
+    const auto* const loads = element->loads();
+    return loads != nullptr ? std::set<AcDbObjectId>(loads->begin(), loads->end()) : std::set<AcDbObjectId>();
 }
 
 } // namespace structure_tests
