@@ -13,7 +13,7 @@
 // from 0 to its length.
 //
 // Made by itself or as the base of an element. Operations on it need read, those that change it write. Those
-// of AcDbCurve answer as told there, and eDegenerateGeometry while the curve is empty.
+// of AcDbCurve answer as AcDbCurve documents them, and eDegenerateGeometry while the curve is empty.
 class ORVSHAPE_API ORV_SegmentedCurve : public AcDbCurve {
 public:
     ACRX_DECLARE_MEMBERS(ORV_SegmentedCurve);

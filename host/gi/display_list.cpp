@@ -1,21 +1,14 @@
 #include "embedded/display_list.h"
 
-#include "acestext.h"
 #include "db/database_core.h"
 #include "dbsymtb.h"
 #include "gi/display_recorder.h"
-#include "platform/text.h"
 #include "rxclass.h"
 
 #include <memory>
 
 namespace embedded {
 namespace {
-
-std::string textOf(Acad::ErrorStatus es) {
-    const ACHAR* text = acadErrorStatusText(es);
-    return text != nullptr ? platform::toUtf8(text) : std::to_string(es);
-}
 
 void drawEntity(AcDbObjectId id, DisplayRecorder& recorder, DisplayList& list) {
     AcDbEntity* entity = nullptr;

@@ -1,8 +1,10 @@
 #include "gi/display_recorder.h"
 
 #include "acadstrc.h"
+#include "acestext.h"
 #include "dbmain.h"
 #include "gi/recording_draws.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +41,11 @@ private:
 
 } // namespace
 
+std::string textOf(Acad::ErrorStatus es) {
+    const ACHAR* text = acadErrorStatusText(es);
+    return text != nullptr ? platform::toUtf8(text) : "status " + std::to_string(es);
+}
+
 class DisplayRecorder::Interfaces {
 public:
     explicit Interfaces(DisplayRecorder& recorder) : m_world(recorder), m_viewport(recorder) {}
@@ -59,7 +66,7 @@ double DisplayRecorder::deviation() const { return m_view.pixelSize() / 2.0; }
 
 DisplayRecorder::State DisplayRecorder::state() const {
     return {m_traits.values, m_transforms.size(), m_ownTransforms, m_owner,
-            m_ownerClass,    m_outermost,         m_inViewport};
+            m_ownerClass,    m_outermost,         m_inViewport,    m_isPlottable};
 }
 
 void DisplayRecorder::restore(const State& saved) {
@@ -70,6 +77,7 @@ void DisplayRecorder::restore(const State& saved) {
     m_ownerClass = saved.ownerClass;
     m_outermost = saved.outermost;
     m_inViewport = saved.inViewport;
+    m_isPlottable = saved.isPlottable;
 }
 
 void DisplayRecorder::fail(const std::string& reason) {
@@ -108,7 +116,7 @@ bool DisplayRecorder::draw(AcGiDrawable& drawable) {
     } catch (const std::exception& failure) {
         fail(failure.what());
     } catch (Acad::ErrorStatus es) {
-        fail("status " + std::to_string(es));
+        fail(textOf(es));
     } catch (...) {
         fail("something that is no std::exception was thrown");
     }
@@ -128,6 +136,8 @@ void DisplayRecorder::drawInside(AcGiDrawable& drawable) {
                         m_layers.of(m_traits.values.layer) == LayerStates::State::kFrozen;
     if (hidden && !m_parameters.showsHidden)
         return;
+    if ((flags & AcGiDrawable::kDrawableNotPlottable) != 0)
+        m_isPlottable = false;
     const State begin = state();
     m_inViewport = false;
     if (drawable.worldDraw(&worldDraw()) || m_parameters.regenType == kAcGiForExtents)
@@ -174,6 +184,7 @@ bool DisplayRecorder::pop() {
 void DisplayRecorder::begin(Primitive& made, PrimitiveKind kind) const {
     made.kind = kind;
     made.ofViewport = m_inViewport;
+    made.isPlottable = m_isPlottable;
     made.owner = m_owner;
     made.ownerClass = m_ownerClass;
     made.outermost = m_outermost;

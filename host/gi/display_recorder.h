@@ -6,8 +6,12 @@
 #include "gi/plane_arc.h"
 
 #include <memory>
+#include <string>
 
 namespace embedded {
+
+// The status in words, or its number if it has none.
+std::string textOf(Acad::ErrorStatus es);
 
 // Takes what drawables draw and makes primitives of it: transformed to the world, with the traits that count
 // and the entity that is drawn. The draw interfaces that drawables see stand in front of it.
@@ -72,6 +76,7 @@ private:
         AcRxClass* ownerClass;
         AcDbObjectId outermost;
         bool inViewport;
+        bool isPlottable;
     };
 
     State state() const;
@@ -98,6 +103,7 @@ private:
     AcRxClass* m_ownerClass = nullptr;
     AcDbObjectId m_outermost;
     bool m_inViewport = false;
+    bool m_isPlottable = true;
     int m_depth = 0;
     std::size_t m_drawables = 0;
     std::size_t m_nested = 0; // of the drawables those inside of others

@@ -98,11 +98,18 @@ public:
         std::wstring letters = text != nullptr ? text : L"";
         if (length >= 0 && static_cast<std::size_t>(length) < letters.size())
             letters.resize(static_cast<std::size_t>(length));
+        TextLines lines;
         if (!raw)
-            letters = withoutTextCodes(letters);
+            letters = withoutTextCodes(letters, &lines);
         if (letters.empty() || !(style.textSize() > 0.0) || normal.crossProduct(direction).isZeroLength())
             return m_recorder.isCut();
-        return m_recorder.text(position, normal, direction, letters, style);
+        if (!lines.isUnderlined && !lines.isOverlined)
+            return m_recorder.text(position, normal, direction, letters, style);
+        // A primitive has its lines along all of it or not at all.
+        AcGiTextStyle lined = style;
+        lined.setUnderlined(style.isUnderlined() || lines.isUnderlined);
+        lined.setOverlined(style.isOverlined() || lines.isOverlined);
+        return m_recorder.text(position, normal, direction, letters, lined);
     }
     Adesk::Boolean xline(const AcGePoint3d& first, const AcGePoint3d& second) const override {
         return endless(PrimitiveKind::kXline, first, second);

@@ -46,20 +46,32 @@ bool codeAt(const std::wstring& text, std::size_t at, wchar_t& character, std::s
 
 } // namespace
 
-std::wstring withoutTextCodes(const std::wstring& text) {
+std::wstring withoutTextCodes(const std::wstring& text, TextLines* lines) {
     std::wstring plain;
+    TextLines now, ever;
+    const auto append = [&](wchar_t character) {
+        plain.push_back(character);
+        ever.isUnderlined = ever.isUnderlined || now.isUnderlined;
+        ever.isOverlined = ever.isOverlined || now.isOverlined;
+    };
     for (std::size_t i = 0; i < text.size(); ++i) {
         wchar_t character = 0;
         std::size_t length = 0;
         if (text[i] == L'%' && i + 1 < text.size() && text[i + 1] == L'%' &&
             codeAt(text, i + 2, character, length)) {
             if (character != 0)
-                plain.push_back(character);
+                append(character);
+            else if (text[i + 2] == L'u' || text[i + 2] == L'U')
+                now.isUnderlined = !now.isUnderlined;
+            else
+                now.isOverlined = !now.isOverlined;
             i += 1 + length;
         } else {
-            plain.push_back(text[i]);
+            append(text[i]);
         }
     }
+    if (lines != nullptr)
+        *lines = ever;
     return plain;
 }
 

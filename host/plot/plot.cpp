@@ -3,6 +3,7 @@
 #include "gi/draw_view.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "plot/plotted_layers.h"
 #include "plot/primitive_plotter.h"
 
 #include <cmath>
@@ -51,8 +52,10 @@ void drawList(const DisplayList& list, AcDbDatabase* database, const ViewParamet
     LineLooks looks(database, style, scale, thinnest);
     PageLines lines(canvas, page);
     PrimitivePlotter plotter(canvas, lines, looks, toPage);
+    PlottedLayers plotted;
     for (const Primitive& primitive : list.primitives)
-        plotter.draw(primitive);
+        if (plotted.has(primitive))
+            plotter.draw(primitive);
 }
 
 } // namespace

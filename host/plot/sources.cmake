@@ -5,5 +5,6 @@ set(HOST_PLOT_SOURCES
   page_lines.cpp
   page_point.cpp
   plot.cpp
+  plotted_layers.cpp
   primitive_plotter.cpp
   view_fit.cpp)

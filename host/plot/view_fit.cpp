@@ -3,6 +3,7 @@
 #include "gi/draw_view.h"
 #include "gi/plane_arc.h"
 #include "gi/text_metrics.h"
+#include "plot/plotted_layers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,8 +75,9 @@ void addPrimitive(const Primitive& primitive, const AcGeMatrix3d& toEye, AcDbExt
 AcDbExtents eyeExtents(const DisplayList& list, const ViewParameters& view) {
     const AcGeMatrix3d toEye = eyeToWorldOf(view).inverse();
     AcDbExtents box;
+    PlottedLayers plotted;
     for (const Primitive& primitive : list.primitives)
-        if (!primitive.points.empty())
+        if (!primitive.points.empty() && plotted.has(primitive))
             addPrimitive(primitive, toEye, box);
     return box;
 }

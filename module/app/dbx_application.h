@@ -27,9 +27,12 @@ public:
 
     // Loads a module that is unloaded again with this one. Null, and one that cannot be loaded, do nothing.
     virtual void loadDependency(const wchar_t* name);
+    // Steps of On_kInitAppMsg for an application of one's own; here they do nothing. `packet` is the
+    // message's own, by which the linker knows the module. A code other than 0 ends the message with that
+    // code: nothing is registered after it, and no demand-load entry is written.
     virtual AcRx::AppRetCode onBeforeInit(void* packet);
     virtual AcRx::AppRetCode registerClasses(void* packet);
-    // After the demand-load entry was written.
+    // After the demand-load entry was written, or the host has refused it.
     virtual void onRegistered();
 
     const std::wstring& moduleName() const { return m_moduleName; }

@@ -9,7 +9,7 @@ namespace {
 
 using Operation = AcRx::AppRetCode (AcRxDbxApp::*)(void*);
 
-// The operation of each message, by its number.
+// The operation of each message, by its rank from the first.
 constexpr Operation kOperations[] = {
     &AcRxDbxApp::On_kInitAppMsg,      // 0
     &AcRxDbxApp::On_kUnloadAppMsg,    // 1
@@ -35,8 +35,10 @@ constexpr unsigned int kOperationCount = sizeof kOperations / sizeof kOperations
 namespace orv {
 
 AcRx::AppRetCode answer(AcRxDbxApp& application, AcRx::AppMsgCode message, void* packet) {
-    const auto number = static_cast<unsigned int>(message);
-    return number < kOperationCount ? (application.*kOperations[number])(packet) : AcRx::kRetOK;
+    // The host numbers its messages as it likes. One below the first has a rank beyond all others.
+    const unsigned int rank =
+        static_cast<unsigned int>(message) - static_cast<unsigned int>(AcRx::kInitAppMsg);
+    return rank < kOperationCount ? (application.*kOperations[rank])(packet) : AcRx::kRetOK;
 }
 
 } // namespace orv

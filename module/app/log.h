@@ -32,19 +32,22 @@ private:
     std::map<LogLevel, Listeners> m_levelListeners;
 };
 
-// To a channel, and then, unless it is that, to "default" with the name of the first.
+// To a channel, and then, unless it is that, to "default" with the name of the first. Listeners are called
+// before these return. What one throws comes out here, and who stands behind it does not hear the message.
 TALDORK_API void log(const std::string& channel, LogLevel level, const std::string& message);
 // To "default" only.
 TALDORK_API void log(LogLevel level, const std::string& message);
 
-// Channels come into being when they are first named. Without a name: "default".
+// Adds a listener for all messages, and shares it until clearLogs; null is ignored, and who listens on a
+// channel already is not added again. Channels come into being when they are first named. Without a name:
+// "default". Not from inside onLog of the same channel.
 TALDORK_API void addLogListener(const std::string& channel, boost::shared_ptr<ILogListener> listener);
 TALDORK_API void addLogListener(boost::shared_ptr<ILogListener> listener);
-// Take the listener over and delete it.
+// The same for a plain pointer: it is taken over, and deleted with the channel. Not twice for one listener.
 TALDORK_API void addListener(const std::string& channel, ILogListener* listener);
 TALDORK_API void addListener(ILogListener* listener);
 
-// Forgets every channel with its listeners.
+// Forgets every channel with its listeners. A message that is being delivered still reaches its channel's.
 TALDORK_API void clearLogs();
 
 // Who tells the name of the present document; null for nobody, as at the start.

@@ -2,6 +2,7 @@
 
 #include "app/class_table.h"
 #include "app/linker.h"
+#include "base/guard.h"
 #include "dbapserv.h"
 #include "dbx/doc/system_manager.h"
 #include "dbx/keyvalue_serialization.h"
@@ -55,7 +56,11 @@ AcRx::AppRetCode Taldork_DBX_Application::On_kUnloadAppMsg(void* packet) {
 }
 
 AcRx::AppRetCode Taldork_DBX_Application::On_kLoadDwgMsg(void*) {
-    orv::SystemManager::instance().initFromDatabase(acdbHostApplicationServices()->workingDatabase());
+    // A drawing whose settings are damaged opens all the same, with the systems that could be read.
+    try {
+        orv::SystemManager::instance().initFromDatabase(acdbHostApplicationServices()->workingDatabase());
+    }
+    ORV_GUARD
     return AcRx::kRetOK;
 }
 

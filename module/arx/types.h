@@ -11,13 +11,18 @@ namespace orv {
 TALDORK_API bool checkErrorStatus(Acad::ErrorStatus es, Acad::ErrorStatus es2, const char* expression,
                                   const char* file, int line);
 
-// Statuses of the host that are known here by their numbers.
+// What some statuses of the host mean here.
 namespace status {
-constexpr auto kKeyNotFound = static_cast<Acad::ErrorStatus>(22);
-constexpr auto kImproperlyRead = static_cast<Acad::ErrorStatus>(67);
-constexpr auto kGoneForGood = static_cast<Acad::ErrorStatus>(81);
-constexpr auto kMakeProxy = static_cast<Acad::ErrorStatus>(301);
-constexpr auto kFilingFailed = static_cast<Acad::ErrorStatus>(2);
+constexpr Acad::ErrorStatus kFilingFailed = Acad::eNotApplicable;
+constexpr Acad::ErrorStatus kKeyNotFound = Acad::eKeyNotFound;
+constexpr Acad::ErrorStatus kImproperlyRead = Acad::eDwgObjectImproperlyRead;
+constexpr Acad::ErrorStatus kGoneForGood = Acad::ePermanentlyErased;
+constexpr Acad::ErrorStatus kMakeProxy = Acad::eMakeMeProxy;
+
+// Other modules compare with the numbers.
+static_assert(kFilingFailed == 2 && kKeyNotFound == 22 && kImproperlyRead == 67 && kGoneForGood == 81 &&
+                  kMakeProxy == 301,
+              "the host numbers its statuses otherwise");
 } // namespace status
 
 } // namespace orv

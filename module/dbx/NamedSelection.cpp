@@ -1,6 +1,7 @@
 #include "dbx/NamedSelection.h"
 
 #include "app/class_table.h"
+#include "base/guard.h"
 #include "base/product_name.h"
 #include "orvcore/warn_on_new_version.h"
 
@@ -62,6 +63,8 @@ Acad::ErrorStatus ORV_NamedSelection::dwgOutFields(AcDbDwgFiler* filer) const {
     } catch (const Acad::ErrorStatus& es) {
         return es;
     }
+    ORV_GUARD
+    return status::kFilingFailed;
 }
 
 void ORV_NamedSelection::writeContent(AcDbDwgFiler& filer) const {
@@ -89,6 +92,8 @@ Acad::ErrorStatus ORV_NamedSelection::dwgInFields(AcDbDwgFiler* filer) {
     } catch (const Acad::ErrorStatus& es) {
         return es;
     }
+    ORV_GUARD
+    return status::kMakeProxy;
 }
 
 Acad::ErrorStatus ORV_NamedSelection::readContent(AcDbDwgFiler& filer) {

@@ -28,10 +28,11 @@ public:
     ~ORV_NamedSelection() override;
 
     // 301 for a version above kVersion, with the sets as they were. Otherwise the status of the first read
-    // that failed, with what was read until then. Version 1 has no members, and those that are here stay.
+    // that failed, with what was read until then, or 301 for an exception out of a filer. Version 1 has no
+    // members, and those that are here stay.
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     // Always at kVersion. An object whose drawing has gone is left out; a member is not. The status of the
-    // first write that failed.
+    // first write that failed; 2 for an exception out of a filer.
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
     std::set<AcDbObjectId> m_objects;

@@ -3,6 +3,7 @@
 #include "base/export.h"
 #include "dbx/id_list.h"
 #include "dbx/in_archive.h"
+#include "platform/noinline.h"
 
 #include "dbid.h"
 
@@ -66,7 +67,7 @@ private:
     template <std::size_t count, class Geometry>
     IInArchive& getDoubles(Geometry& value);
     template <std::size_t count>
-    [[gnu::noinline]] IInArchive& getEachDouble(void* values);
+    PLATFORM_NOINLINE IInArchive& getEachDouble(void* values);
     std::uint32_t getCount();
 
     const unsigned char* m_begin;

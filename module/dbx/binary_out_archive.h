@@ -5,6 +5,7 @@
 #include "dbx/growing_bytes.h"
 #include "dbx/id_list.h"
 #include "dbx/out_archive.h"
+#include "platform/noinline.h"
 
 #include "dbid.h"
 
@@ -68,11 +69,11 @@ private:
     template <class T>
     IOutArchive& put(T value);
     template <class T>
-    [[gnu::noinline]] IOutArchive& putGrowing(T value);
+    PLATFORM_NOINLINE IOutArchive& putGrowing(T value);
     IOutArchive& putAll(const void* values, std::uint64_t width, std::uint64_t count);
     template <std::size_t count, class Geometry>
     IOutArchive& putDoubles(const Geometry& value);
-    [[gnu::noinline]] IOutArchive& putEachDouble(const void* values, std::size_t count);
+    PLATFORM_NOINLINE IOutArchive& putEachDouble(const void* values, std::size_t count);
     template <class Unit>
     IOutArchive& putUnits(const Unit* units, std::uint64_t count);
     void putRun(const void* from, std::uint64_t size);

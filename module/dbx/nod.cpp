@@ -119,13 +119,16 @@ bool holdsBytes(AcDbObjectId generalId, const std::wstring& name, std::size_t le
     return record != nullptr && len <= static_cast<std::size_t>(record->getLen());
 }
 
+// What ".data" holds for that many units.
+std::size_t filedBytes(int version, int size) {
+    return static_cast<std::size_t>(size) * (version < kTextVersion ? 1 : sizeof(char16_t));
+}
+
 // Reads into units that are there already. The report speaks of filed widths.
 bool readUnits(const std::wstring& dbName, const std::wstring& name, int version, int size,
                std::u16string& value) {
-    const std::size_t bytes =
-        static_cast<std::size_t>(size) * (version < kTextVersion ? 1 : sizeof(value[0]));
     const bool succ = value.size() == static_cast<std::size_t>(size) &&
-                      nod_readGeneralData(dbName, name + L".data", value.data(), bytes);
+                      nod_readGeneralData(dbName, name + L".data", value.data(), filedBytes(version, size));
     // clang-format off
     ORV_ASSERT(succ)(dbName)(name)("data")(size*sizeof(value[0]))(size)(sizeof(value[0]));
     // clang-format on
@@ -179,7 +182,7 @@ bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name, s
     size = std::max(size, 0);
     // A damaged size must not take the memory of a text that is not there.
     if (size <= kTrustedTextSize ||
-        holdsBytes(generalDictionary(dbName, name, false), name + L".data", static_cast<std::size_t>(size)))
+        holdsBytes(generalDictionary(dbName, name, false), name + L".data", filedBytes(version, size)))
         value.resize(static_cast<std::size_t>(size));
     if (size < 1)
         return true;

@@ -24,7 +24,8 @@ TALDORK_API bool nod_readGeneralData(const std::wstring& dbName, const std::wstr
 
 // A text, in three values: name + ".version", ".size" and ".data". The write is true whatever the three
 // writes said. The read is false with `value` as it was if there is no size; with a size but no such text it
-// is reported, false, and `value` has the length of the size. A text of version 1 fills half of the value.
+// is reported, false, and `value` has the length of the size, or, for a size above 1048576, is as it was: no
+// memory is taken for a text that is not there. A text of version 1 fills half of the value.
 TALDORK_API bool nod_writeGeneralData(const std::wstring& dbName, const std::wstring& name,
                                       const std::wstring& value);
 TALDORK_API bool nod_readGeneralData(const std::wstring& dbName, const std::wstring& name,

@@ -29,24 +29,28 @@ constexpr std::uint32_t kOwn = kIsNodMaster | kSaveToNOD;
 constexpr std::int32_t kAllFrom = -1;
 constexpr std::int32_t kAllTo = -2;
 
-// Writable, since a header analyser may be installed in a row.
-SyncEntry s_rows[] = {
-    {10, 0, 0, kSharedDialog, {}},
-    {10, 1, 1, kSharedDialog, {}},
-    {0, 96, 96, kSharedDialog, {}},
-    {0, 97, 97, kShared, {}},
-    {0, 98, 98, kShared, {}},
-    {0, 99, 99, kSharedDialog, {}},
-    {0, 100, 100, kShared, {}},
-    {1, kAllFrom, kAllTo, kShared, {}},
-    {2, kAllFrom, kAllTo, kShared, {}},
-    {4, kAllFrom, kAllTo, kShared, {}},
-    {9, kAllFrom, kAllTo, kShared, {}},
-    {173, kAllFrom, kAllTo, kShared, {}},
-    {12, kAllFrom, kAllTo, kOwn | kHeadersOnly | kSyncFromSdbOnUpdate | kOnExport, {}},
-    {14, 1000000, INT_MAX, kOwn | kSyncFromSdbOnUpdate | kOnExport, {}},
-    {10, 100, 999, kOwn | kIsSystemDialogData, {}},
-};
+// Writable, since a header analyser may be installed in a row. A function, since static objects of other
+// files may ask for the rows.
+auto& allRows() {
+    static SyncEntry s_rows[] = {
+        {10, 0, 0, kSharedDialog, {}},
+        {10, 1, 1, kSharedDialog, {}},
+        {0, 96, 96, kSharedDialog, {}},
+        {0, 97, 97, kShared, {}},
+        {0, 98, 98, kShared, {}},
+        {0, 99, 99, kSharedDialog, {}},
+        {0, 100, 100, kShared, {}},
+        {1, kAllFrom, kAllTo, kShared, {}},
+        {2, kAllFrom, kAllTo, kShared, {}},
+        {4, kAllFrom, kAllTo, kShared, {}},
+        {9, kAllFrom, kAllTo, kShared, {}},
+        {173, kAllFrom, kAllTo, kShared, {}},
+        {12, kAllFrom, kAllTo, kOwn | kHeadersOnly | kSyncFromSdbOnUpdate | kOnExport, {}},
+        {14, 1000000, INT_MAX, kOwn | kSyncFromSdbOnUpdate | kOnExport, {}},
+        {10, 100, 999, kOwn | kIsSystemDialogData, {}},
+    };
+    return s_rows;
+}
 
 bool hasFlag(const SyncEntry* it, Flag flag) {
     ORV_ASSERT(it);
@@ -55,18 +59,18 @@ bool hasFlag(const SyncEntry* it, Flag flag) {
 
 } // namespace
 
-std::size_t SyncInfo::count() { return std::size(s_rows); }
+std::size_t SyncInfo::count() { return std::size(allRows()); }
 
 std::size_t synchroSize() { return SyncInfo::count(); }
 
-const SyncEntry* SyncInfo::begin() { return std::begin(s_rows); }
+const SyncEntry* SyncInfo::begin() { return std::begin(allRows()); }
 
-const SyncEntry* SyncInfo::end() { return std::end(s_rows); }
+const SyncEntry* SyncInfo::end() { return std::end(allRows()); }
 
 SyncEntry& SyncInfo::at(std::size_t index) {
     if (index >= count())
         throw std::out_of_range("SyncInfo::at(): index out of range");
-    return s_rows[index];
+    return allRows()[index];
 }
 
 boost::function<bool(const Blob&)> SyncInfo::analyzeHeader(const SyncEntry* it) {

@@ -52,6 +52,9 @@ Acad::ErrorStatus newLoop(Adesk::Int32 type, const AcGePoint2dArray& vertices, c
     return Acad::eOk;
 }
 
+// What a damaged drawing has for a scale or a distance may be none.
+double orOne(double told) { return std::isfinite(told) && told > 0.0 ? told : 1.0; }
+
 bool isIndex(int index, std::size_t count) { return index >= 0 && static_cast<std::size_t>(index) < count; }
 
 } // namespace
@@ -113,7 +116,7 @@ Acad::ErrorStatus AcDbHatch::setPattern(HatchPatternType type, const ACHAR* name
         f.scale = f.space;
     f.spaceCounts = false;
     for (const HatchFamily& family : pattern->families)
-        f.families.push_back(turned(family, f.angle, f.scale));
+        f.families.push_back(turned(family, f.angle, orOne(f.scale)));
     return Acad::eOk;
 }
 
@@ -140,7 +143,7 @@ Acad::ErrorStatus AcDbHatch::setPatternScale(double scale) {
     HatchFields& f = *m_fields;
     if (f.patternType != kUserDefined && f.scale != scale)
         for (HatchFamily& family : f.families)
-            family = turned(family, 0.0, scale / f.scale);
+            family = turned(family, 0.0, scale / orOne(f.scale));
     f.scale = scale;
     f.spaceCounts = false;
     return Acad::eOk;

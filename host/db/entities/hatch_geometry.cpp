@@ -7,6 +7,7 @@
 #include "entities/point.h"
 #include "gi/plane_arc.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace embedded;
@@ -116,15 +117,63 @@ private:
     AcGiFillType m_fill;
 };
 
+// Draws what lies in a hatch's plane. True when whoever draws is to stop.
+class PlaneDraw {
+public:
+    PlaneDraw(AcGiWorldGeometry& geometry, const HatchFields& fields)
+        : m_geometry(geometry), m_toWorld(AcGeMatrix3d::planeToWorld(fields.normal)),
+          m_elevation(fields.elevation) {}
+
+    bool lines(const std::vector<HatchLine>& lines) {
+        for (const HatchLine& line : lines) {
+            const AcGePoint3d points[] = {lifted(line.from), lifted(line.to)};
+            if (m_geometry.polyline(2, points))
+                return true;
+        }
+        return false;
+    }
+
+    bool polygon(const HatchRing& ring) {
+        m_corners.clear();
+        for (const AcGePoint2d& point : ring)
+            m_corners.push_back(lifted(point));
+        return m_geometry.polygon(static_cast<Adesk::UInt32>(m_corners.size()), m_corners.data());
+    }
+
+    bool polygons(const std::vector<HatchRing>& rings) {
+        return std::any_of(rings.begin(), rings.end(),
+                           [this](const HatchRing& ring) { return polygon(ring); });
+    }
+
+    // The loops, one by one, as far as there are not too many points.
+    bool loops(const std::vector<HatchLoop>& loops) {
+        std::size_t points = 0;
+        for (const HatchLoop& loop : loops) {
+            points += pointsOf(loop);
+            if (points > kMostHatchPoints)
+                return false;
+            if (polygon(ringOf(loop)))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    AcGePoint3d lifted(const AcGePoint2d& point) const {
+        return m_toWorld * AcGePoint3d(point.x, point.y, m_elevation);
+    }
+
+    AcGiWorldGeometry& m_geometry;
+    AcGeMatrix3d m_toWorld;
+    double m_elevation;
+    std::vector<AcGePoint3d> m_corners;
+};
+
 } // namespace
 
 const HatchPicture& AcDbHatch::picture() const {
-    if (m_picture == nullptr) {
-        auto made = std::make_unique<HatchPicture>();
-        if (evaluate(*m_fields, HatchLimits(), *made) != Acad::eOk)
-            *made = HatchPicture();
-        m_picture = std::move(made);
-    }
+    if (m_picture == nullptr)
+        m_picture = std::make_unique<HatchPicture>(evaluate(*m_fields, HatchLimits()));
     return *m_picture;
 }
 
@@ -133,12 +182,8 @@ Acad::ErrorStatus AcDbHatch::evaluateHatch(bool bUnderestimateNumLines) {
     HatchLimits limits;
     if (bUnderestimateNumLines)
         limits.lines *= 10;
-    auto made = std::make_unique<HatchPicture>();
-    const Acad::ErrorStatus es = evaluate(*m_fields, limits, *made);
-    if (es != Acad::eOk)
-        *made = HatchPicture();
-    m_picture = std::move(made);
-    return es;
+    m_picture = std::make_unique<HatchPicture>(evaluate(*m_fields, limits));
+    return m_picture->status;
 }
 
 int AcDbHatch::numHatchLines() const {
@@ -227,24 +272,17 @@ Adesk::Boolean AcDbHatch::subWorldDraw(AcGiWorldDraw* worldDraw) {
     const HatchPicture& shown = picture();
     AcGiSubEntityTraits& traits = worldDraw->subEntityTraits();
     const OwnTraits own(*this, traits);
-    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(m_fields->normal);
-    const auto lifted = [&](const AcGePoint2d& point) {
-        return toWorld * AcGePoint3d(point.x, point.y, m_fields->elevation);
-    };
-    for (const HatchLine& line : shown.lines) {
-        const AcGePoint3d points[] = {lifted(line.from), lifted(line.to)};
-        if (worldDraw->geometry().polyline(2, points))
+    PlaneDraw draw(worldDraw->geometry(), *m_fields);
+    if (shown.status != Acad::eOk) {
+        // A hatch that is too dense, say, is to be seen all the same, and whoever draws is to know of it.
+        if (draw.loops(m_fields->loops))
             return true;
+        throw shown.status;
     }
+    if (draw.lines(shown.lines))
+        return true;
     if (!shown.pieces.empty())
         traits.setFillType(kAcGiFillAlways);
-    std::vector<AcGePoint3d> corners;
-    for (const HatchRing& piece : shown.pieces) {
-        corners.clear();
-        for (const AcGePoint2d& point : piece)
-            corners.push_back(lifted(point));
-        if (worldDraw->geometry().polygon(static_cast<Adesk::UInt32>(corners.size()), corners.data()))
-            return true;
-    }
+    draw.polygons(shown.pieces);
     return true;
 }

@@ -19,13 +19,19 @@ Acad::ErrorStatus ringsOf(const HatchFields& fields, std::vector<HatchRing>& rin
     return Acad::eOk;
 }
 
-Acad::ErrorStatus evaluate(const HatchFields& fields, const HatchLimits& limits, HatchPicture& picture) {
+HatchPicture evaluate(const HatchFields& fields, const HatchLimits& limits) {
+    HatchPicture picture;
     std::vector<HatchRing> rings;
-    const Acad::ErrorStatus es = ringsOf(fields, rings);
-    if (es != Acad::eOk)
-        return es;
-    return fields.isSolid ? hatchPieces(rings, fields.style, picture.pieces)
-                          : hatchLines(rings, fields.style, fields.families, limits, picture.lines);
+    picture.status = ringsOf(fields, rings);
+    if (picture.status == Acad::eOk)
+        picture.status = fields.isSolid
+                             ? hatchPieces(rings, fields.style, picture.pieces)
+                             : hatchLines(rings, fields.style, fields.families, limits, picture.lines);
+    if (picture.status != Acad::eOk) {
+        picture.lines.clear();
+        picture.pieces.clear();
+    }
+    return picture;
 }
 
 } // namespace embedded

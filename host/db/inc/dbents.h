@@ -12,6 +12,7 @@
 #include "entities/polyline_2d.h"
 #include "entities/polyline_3d.h"
 #include "entities/sequence_end.h"
+#include "entities/solid.h"
 #include "entities/text.h"
 #include "entities/vertex.h"
 

@@ -7,7 +7,15 @@
 
 namespace embedded::text {
 
-const std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+namespace {
+
+// The format fixes these.
+constexpr char kSentinelBytes[] = {0x41, 0x75, 0x74, 0x6F, 0x43, 0x41, 0x44, 0x20, 0x42, 0x69, 0x6E,
+                                   0x61, 0x72, 0x79, 0x20, 0x44, 0x58, 0x46, 0x0D, 0x0A, 0x1A, 0x00};
+
+} // namespace
+
+const std::string_view kBinarySentinel(kSentinelBytes, sizeof kSentinelBytes);
 
 BinaryGroupWriter::BinaryGroupWriter(std::string& bytes) : m_bytes(bytes) { m_bytes += kBinarySentinel; }
 

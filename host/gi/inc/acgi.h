@@ -160,10 +160,15 @@ public:
     virtual void getCameraUpVector(AcGeVector3d& upVector) const = 0;
     // From the target to the viewer, of length 1, in the world's coordinates.
     virtual AcGeVector3d viewDir() const = 0;
+    // The number of this view among all that are drawn for; the same whenever it is drawn again.
     virtual Adesk::ULongPtr viewportId() const = 0;
+    // The number of its window, as CVPORT counts windows.
     virtual Adesk::Int16 acadWindowId() const = 0;
     // In display coordinates.
     virtual void getViewportDcCorners(AcGePoint2d& lowerLeft, AcGePoint2d& upperRight) const = 0;
+    // Where the view cuts off what is near and what is far: the distances of the two planes from the target,
+    // above 0 towards the viewer, in drawing units. A distance counts only if its plane cuts. True if either
+    // does; the embedded host's views cut nothing: false, with both off and both distances 0.
     virtual Adesk::Boolean getFrontAndBackClipValues(Adesk::Boolean& clipFront, Adesk::Boolean& clipBack,
                                                      double& front, double& back) const = 0;
     virtual double linetypeScaleMultiplier() const = 0;
@@ -186,6 +191,7 @@ public:
     // How far a chord near the point may be from its curve.
     virtual double deviation(const AcGiDeviationType type, const AcGePoint3d& point) const = 0;
     virtual Adesk::UInt32 numberOfIsolines() const = 0;
+    // The draw's own: as long as the draw. The embedded host's is never null.
     virtual AcGiContext* context() = 0;
 };
 
@@ -204,8 +210,12 @@ public:
 
     virtual AcGiViewport& viewport() const = 0;
     virtual AcGiViewportGeometry& geometry() const = 0;
+    // The place of this viewport among those that are drawn for one after the other, from 0 on. The embedded
+    // host draws for one alone: always 0.
     virtual Adesk::UInt32 sequenceNumber() const = 0;
+    // Whether a number that AcGiViewport::viewportId answered once is still that of a viewport that is drawn.
     virtual Adesk::Boolean isValidId(const Adesk::ULongPtr id) const = 0;
+    // The object of the viewport in the drawing; null for a view that is in none.
     virtual AcDbObjectId viewportObjectId() const = 0;
 };
 
@@ -214,8 +224,12 @@ class AcGiContext : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcGiContext);
 
+    // It goes into a PostScript file.
     virtual Adesk::Boolean isPsOut() const = 0;
+    // It goes to a plotter. The embedded host draws its pictures as for the screen: always false.
     virtual Adesk::Boolean isPlotGeneration() const = 0;
+    // The drawing that is drawn, which its owner keeps; null for what is in none.
     virtual AcDbDatabase* database() const = 0;
+    // What is drawn is cut along the edge of a clipped block. Never so in the embedded host.
     virtual bool isBoundaryClipping() const = 0;
 };

@@ -47,7 +47,10 @@ CdbManager::CdbManager() : m_state(new State) {
     orv::detail::keepLogs();
 }
 
-CdbManager::~CdbManager() { delete m_state; }
+CdbManager::~CdbManager() {
+    closeAll();
+    delete m_state;
+}
 
 CdbManager& CdbManager::instance() {
     static boost::scoped_ptr<CdbManager> s_instance(new (std::nothrow) CdbManager);
@@ -105,10 +108,16 @@ boost::shared_ptr<ICdb> CdbManager::createOnly(const std::wstring& name, CdbType
 
 void CdbManager::close(const std::wstring& name, CdbType type) {
     const auto found = m_state->m_cdbs.find(std::make_pair(name, type));
-    if (found != m_state->m_cdbs.end() && --found->second.count == 0)
-        m_state->m_cdbs.erase(found);
+    if (found == m_state->m_cdbs.end() || --found->second.count != 0)
+        return;
+    // The entry goes first: a store logs its end, and who listens may come back here.
+    const boost::shared_ptr<ICdb> last = found->second.cdb;
+    m_state->m_cdbs.erase(found);
 }
 
-void CdbManager::closeAll() { m_state->m_cdbs.clear(); }
+void CdbManager::closeAll() {
+    std::map<std::pair<std::wstring, CdbType>, State::Entry> last;
+    last.swap(m_state->m_cdbs);
+}
 
 } // namespace orv::cdb

@@ -19,6 +19,8 @@ public:
     // unopened.
     using Creator = boost::function<boost::shared_ptr<ICdb>(const std::wstring& name, CdbLockMode lockMode)>;
 
+    // The one object, made by the first call; it and the stores that are left in it go at the end of the
+    // process. If it could not be made this is reported, and there is nothing to be used.
     static CdbManager& instance();
     ~CdbManager();
 
@@ -33,9 +35,11 @@ public:
     // none.
     boost::shared_ptr<ICdb> createOnly(const std::wstring& name, CdbType type, CdbLockMode lockMode);
     // Gives one count back; the last one takes the entry out. The store lives on as long as somebody holds
-    // it.
+    // it. Does nothing for a pair that is not registered. Who hears of a store's end may call the manager:
+    // the entry is out by then.
     void close(const std::wstring& name, CdbType type);
-    // Forgets all stores, whatever their counts, and keeps the creators.
+    // Forgets all stores, whatever their counts, and keeps the creators. All entries are out before the first
+    // store ends.
     void closeAll();
 
 private:

@@ -26,7 +26,10 @@ struct TALDORK_API ICdb : boost::noncopyable {
     // Binds the object to the store of that name. CD_ERR_NOTFOUND if there is none; the object stays usable
     // for another try.
     virtual cd_error_t open(const std::wstring& name, CdbLockMode lockMode) = 0;
+    // True while the store can be used: after an `open` that found it, until `close` or the end of what it
+    // stands on.
     virtual bool isOpen() const = 0;
+    // Unbinds the object; CD_ERR_NONE also if it was not open.
     virtual cd_error_t close() = 0;
 
     // Steps `kwl` to the group's next key in ascending order. A walk starts from any value below the first
@@ -37,8 +40,11 @@ struct TALDORK_API ICdb : boost::noncopyable {
     virtual cd_error_t getKeysForKwh(int kwh, std::set<int>& keys) const = 0;
     // The same for kwlFrom <= kwl <= kwlTo.
     virtual cd_error_t getKeysForKwhAndRange(int kwh, std::set<int>& keys, int kwlFrom, int kwlTo) const = 0;
+    // Whether there is such a key. Does not move the position.
     virtual bool exists(int kwh, int kwl) const = 0;
 
+    // Take the lock of a key and give it back; the key need not exist. CD_ERR_NONE, or what refuses it. A
+    // store that other means protect takes none and answers CD_ERR_NONE.
     virtual cd_error_t lock(int kwh, int kwl) = 0;
     virtual cd_error_t unlock(int kwh, int kwl) = 0;
 

@@ -126,6 +126,9 @@ NodCdb::~NodCdb() { NodCdb::close(); }
 
 cd_error_t NodCdb::open(const std::wstring& name, CdbLockMode lockMode) {
     ORV_ASSERT(lockMode == kSharedLocking).debug("other locking modes are not supported");
+    m_db = drawing();
+    cdbDictId.setNull();
+    nameDictId.setNull();
     if (m_db == nullptr) {
         ORV_ASSERT(m_db).debug(
             "IMPORTANT: This should never have happened! Something must have gone wrong in a bad way...");
@@ -153,8 +156,7 @@ cd_error_t NodCdb::open(const std::wstring& name, CdbLockMode lockMode) {
 bool NodCdb::isOpen() const { return !cdbDictId.isNull() && m_db != nullptr && cdbDictId.isValid(); }
 
 cd_error_t NodCdb::close() {
-    // A store that has lost its drawing must not ask it for its name.
-    const AcDbDatabase* const named = acdbActiveDatabaseArray()->contains(m_db) ? m_db : nullptr;
+    const AcDbDatabase* const named = drawing();
     cdbDictId.setNull();
     nameDictId.setNull();
     m_db = nullptr;
@@ -176,33 +178,43 @@ cd_error_t NodCdb::close() {
     return CD_ERR_NONE;
 }
 
+// Asked at each use: nobody tells a store that its drawing ends, and there are only a few drawings to look
+// at. A new drawing may stand where the old one stood; the ids of the old one know that it has ended.
+AcDbDatabase* NodCdb::drawing() const {
+    if (m_db == nullptr || !acdbActiveDatabaseArray()->contains(m_db))
+        return nullptr;
+    return nameDictId.isNull() || nameDictId.isValid() ? m_db : nullptr;
+}
+
 AcDbDictionary* NodCdb::_getDict(AcDb::OpenMode mode) {
-    AcDbDictionary* const cdbDict = acad::openDictionary(cdbDictId, mode, m_db);
+    AcDbDictionary* const cdbDict = acad::openDictionary(cdbDictId, mode, drawing());
     ORV_ASSERT(cdbDict);
     return cdbDict;
 }
 
 AcDbDictionary* NodCdb::_getDictForKwh(int kwh, AcDb::OpenMode mode, bool bCreate) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    AcDbDatabase* const db = drawing();
+    ORV_CDBTransactionManager manager(db, false);
     AcDbObjectId father = cdbDictId;
-    const AcDbObjectId idKwh = acad::get_subDict_id(father, IntText(kwh), bCreate, m_db);
+    const AcDbObjectId idKwh = acad::get_subDict_id(father, IntText(kwh), bCreate, db);
     if (idKwh.isNull())
         return nullptr;
-    AcDbDictionary* const dictKwh = acad::openDictionary(idKwh, mode, m_db);
+    AcDbDictionary* const dictKwh = acad::openDictionary(idKwh, mode, db);
     ORV_ASSERT(dictKwh)(kwh)(bCreate);
     return dictKwh;
 }
 
 AcDbDictionary* NodCdb::_getDictForKwhKwl(int kwh, int kwl, AcDb::OpenMode mode, bool bCreate) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    AcDbDatabase* const db = drawing();
+    ORV_CDBTransactionManager manager(db, false);
     AcDbDictionary* const dictKwh = _getDictForKwh(kwh, AcDb::kForRead, bCreate);
     if (dictKwh == nullptr)
         return nullptr;
     AcDbObjectId father = dictKwh->objectId();
-    const AcDbObjectId idKwl = acad::get_subDict_id(father, IntText(kwl), bCreate, m_db);
+    const AcDbObjectId idKwl = acad::get_subDict_id(father, IntText(kwl), bCreate, db);
     if (idKwl.isNull())
         return nullptr;
-    AcDbDictionary* const dict = acad::openDictionary(idKwl, mode, m_db);
+    AcDbDictionary* const dict = acad::openDictionary(idKwl, mode, db);
     if (dict == nullptr)
         reportNoKeyDictionary(kwh, kwl, idKwl);
     return dict;
@@ -215,7 +227,7 @@ cd_error_t NodCdb::getNextKey(int& kwh, int& kwl) const {
 }
 
 cd_error_t NodCdb::getKeysForKwh(int kwh, std::set<int>& keys) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
         return CD_ERR_NOTFOUND;
@@ -224,7 +236,7 @@ cd_error_t NodCdb::getKeysForKwh(int kwh, std::set<int>& keys) const {
 }
 
 cd_error_t NodCdb::listKeysForKwh(int kwh, std::vector<int>& keys) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     keys.clear();
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
@@ -234,7 +246,7 @@ cd_error_t NodCdb::listKeysForKwh(int kwh, std::vector<int>& keys) const {
 }
 
 cd_error_t NodCdb::getKeysForKwhAndRange(int kwh, std::set<int>& keys, int kwlFrom, int kwlTo) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     ORV_ASSERT(kwlTo >= kwlFrom)(kwh)(kwlFrom)(kwlTo);
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
@@ -244,7 +256,7 @@ cd_error_t NodCdb::getKeysForKwhAndRange(int kwh, std::set<int>& keys, int kwlFr
 }
 
 bool NodCdb::exists(int kwh, int kwl) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     const AcDbDictionary* const dict = _getDictForKwh(kwh, AcDb::kForRead, false);
     if (dict == nullptr)
         return false;
@@ -265,7 +277,7 @@ cd_error_t NodCdb::lock(int, int) { return CD_ERR_NONE; }
 cd_error_t NodCdb::unlock(int, int) { return CD_ERR_NONE; }
 
 cd_error_t NodCdb::read(int kwh, int kwl, void* data, std::size_t& len, CdbReadWriteMode mode) const {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     ORV_ASSERT(isOpen());
     const AcDbDictionary* const dict = _getDictForKwhKwl(kwh, kwl, AcDb::kForRead, false);
     if (dict == nullptr)
@@ -288,7 +300,7 @@ cd_error_t NodCdb::write(int kwh, int kwl, const void* data, std::size_t len, Cd
     // clang-format off
     ORV_ASSERT(data && (len>0));
     // clang-format on
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     ORV_ASSERT(isOpen());
     step(position, mode);
     if (mode == kFirstRecord) {
@@ -312,8 +324,9 @@ cd_error_t NodCdb::write(int kwh, int kwl, const void* data, std::size_t len, Cd
 }
 
 // A first write deletes the key and makes it anew. Here this is done in one go, with each dictionary looked
-// up once. It answers false with nothing done when anything is out of order; the long way then does what can
-// be done and reports the rest. A derived store has its own `del`, so it always goes the long way.
+// up once. It answers false when anything is out of order; the long way then does what can be done and
+// reports the rest. What was done by then, up to the old key's removal where the group refuses the new one,
+// is what the long way begins with. A derived store has its own `del`, so it always goes the long way.
 bool NodCdb::_rewriteKey(int kwh, int kwl, const void* data, std::size_t len, cd_error_t& err) {
     if (typeid(*this) != typeid(NodCdb) || !isOpen() || data == nullptr || len == 0 || kwh < 0 || kwl < 0)
         return false;
@@ -346,7 +359,7 @@ bool NodCdb::_rewriteKey(int kwh, int kwl, const void* data, std::size_t len, cd
 }
 
 cd_error_t NodCdb::del(int kwh, int kwl) {
-    ORV_CDBTransactionManager manager(m_db, false);
+    ORV_CDBTransactionManager manager(drawing(), false);
     ORV_ASSERT(isOpen());
     // clang-format off
     ORV_ASSERT(kwh>=0)(kwh)(kwl);
@@ -360,7 +373,7 @@ cd_error_t NodCdb::del(int kwh, int kwl) {
     ORV_ASSERT(dict->isWriteEnabled());
     if (!dict->isWriteEnabled())
         return CD_ERR_FAILED;
-    const AcDbObjectId id = acad::get_subDict_id(*dict, IntText(kwl), false, m_db);
+    const AcDbObjectId id = acad::get_subDict_id(*dict, IntText(kwl), false, drawing());
     if (id.isNull())
         return CD_ERR_NOTFOUND;
     // The look-up takes an entry whose object is gone for good out itself, and the right to write goes with

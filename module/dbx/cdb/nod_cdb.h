@@ -17,12 +17,15 @@ namespace orv::cdb {
 // The store in a drawing: under the named object dictionary's "KELMORAN", the store's name and "CDBASE" a
 // dictionary for each group, in it one for each key, in it one object for each record, named after its
 // position with six digits. A key exists as soon as its dictionary does. Nothing is thrown; what is broken is
-// reported. The drawing is not owned and has to outlive the open store.
+// reported. The drawing is not owned. A store that outlives it is not open any more, and its operations
+// answer as those of a closed one.
 struct TALDORK_API NodCdb : ICdb {
     explicit NodCdb(AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase());
     ~NodCdb() override;
 
-    // Creates nothing. CD_ERR_FAILED without a drawing, or if its named object dictionary cannot be had.
+    // Creates nothing. Lets go of the store that was open before, also when this one is not found.
+    // CD_ERR_FAILED without a drawing, or if its named object dictionary cannot be had. A drawing that has
+    // ended is none: the working one is taken, with a report.
     cd_error_t open(const std::wstring& name, CdbLockMode lockMode) override;
     bool isOpen() const override;
     // Also gives up the drawing: another `open` takes the working one, with a report.
@@ -52,10 +55,12 @@ struct TALDORK_API NodCdb : ICdb {
     // nodes would slow down. `keys` is cleared first.
     cd_error_t listKeysForKwh(int kwh, std::vector<int>& keys) const;
 
-    // The store's own dictionary, by which it is known in the drawing; null before an `open` that found it.
+    // The store's own dictionary, by which it is known in the drawing; null unless the last `open` found it.
     AcDbObjectId _dbId() const { return nameDictId; }
 
 private:
+    // The drawing while there is one; null for a store that is closed or has outlived it.
+    AcDbDatabase* drawing() const;
     AcDbDictionary* _getDict(AcDb::OpenMode mode);
     AcDbDictionary* _getDictForKwh(int kwh, AcDb::OpenMode mode, bool bCreate) const;
     AcDbDictionary* _getDictForKwhKwl(int kwh, int kwl, AcDb::OpenMode mode, bool bCreate) const;

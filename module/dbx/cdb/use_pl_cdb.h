@@ -10,9 +10,9 @@ namespace orv::cdb {
 class TALDORK_API UsePlCdb {
 public:
     explicit UsePlCdb(const orv::path& path);
-    // Releases the stores and gives the manager's counts back: of the project's store file, and of a store in
-    // the drawing that bears the project's bare name. The count of "ASDWG" stays unless the project has that
-    // very name.
+    // Releases the stores and gives the manager's counts back: of the plain store under the project's path,
+    // of a store in the drawing that bears the project's bare name, and of the project's store file. The
+    // count of "ASDWG" stays unless the project has that very name.
     ~UsePlCdb();
 
     UsePlCdb(const UsePlCdb&) = delete;
@@ -27,12 +27,15 @@ public:
     const ICdb& file() const;
 
 private:
+    // Whoever fills the plain store, with one that the manager has opened under the project's path.
+    friend struct UsePlCdbAccess;
+
     ICdb& openNod() const;
     ICdb& openFile() const;
 
     mutable UseCdb m_nod;
     mutable UseCdb m_file;
-    UseCdb m_plain; // filled by nothing in this module
+    UseCdb m_plain;
     orv::path m_path;
 };
 

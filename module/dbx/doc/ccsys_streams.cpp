@@ -109,9 +109,13 @@ Adesk::Int32 DxfItemSource::integer() {
     return value != nullptr ? value->resval.rlong : 0;
 }
 
-Adesk::Int32 DxfItemSource::magic() { return m_filer.atEndOfObject() && !m_filer.atEOF() ? 0 : integer(); }
+bool DxfItemSource::isAtEnd() { return m_filer.atEndOfObject() && !m_filer.atEOF(); }
+
+Adesk::Int32 DxfItemSource::magic() { return isAtEnd() ? 0 : integer(); }
 
 void DxfItemSource::textFormMark() {
+    if (isAtEnd())
+        return;
     const Value passed(acutNewRb(AcDb::kDxfInvalid));
     const Acad::ErrorStatus es = m_filer.readResBuf(passed.get());
     ORV_NOTE_STATUS(es);

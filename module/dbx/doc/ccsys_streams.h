@@ -69,6 +69,7 @@ public:
     bool flag() { return integer() != 0; }
     std::wstring versionText() { return textOf(AcDb::kDxfXTextString); }
     std::string chunk();
+    // Whatever stands there; nothing if the object ends here, as the oldest ones do.
     void textFormMark();
     Acad::ErrorStatus status() const { return m_filer.filerStatus(); }
 
@@ -78,6 +79,8 @@ private:
     };
     using Value = std::unique_ptr<resbuf, Release>;
 
+    // Behind the object's last group, with another one in the stream.
+    bool isAtEnd();
     // Null after a failure.
     Value next(AcDb::DxfCode code);
     std::wstring textOf(AcDb::DxfCode code);

@@ -44,7 +44,9 @@ public:
     void _initForDatabase(AcDbDatabase& db);
 
     // One store of _initForDatabase: opens it, builds its system from the records or, where 10/0 is missing,
-    // from the older description object, and enters it. `it` gives name and dictionary of the store.
+    // from the older description object, and enters it. `it` gives name and dictionary of the store. A store
+    // that cannot be opened and a system that cannot be built are reported, and nothing is entered. An
+    // exception of its settings leaves here with the system entered.
     void _initForStore(AcDbDatabase& db, Names::const_iterator it);
 
     // Whether _initForDatabase has run for a drawing. A null one is reported, and false.

@@ -22,7 +22,6 @@ using cdb::kFirstRecord;
 
 namespace {
 
-// A line feed ends each message.
 constexpr const char* kChannel = "sys";
 
 // Lays the bytes of a stored record over a plain structure. What they do not reach stays.
@@ -41,33 +40,33 @@ void upgrade(PersistentSystemInfo& info) {
         ORV_ASSERT(0);
 }
 
-// From 10/102, or where there is none from the length of the store's axes.
-PersistentSystemInfo readSystemInfo(const cdb::ICdb& db, const typeCDB_SYST& syst, LogStream& trace) {
-    PersistentSystemInfo info;
+// From 10/102, or where there is none from the length of the store's axes. `info` has its defaults.
+void readSystemInfo(PersistentSystemInfo& info, const cdb::ICdb& db, const typeCDB_SYST& syst,
+                    LogStream& trace) {
     const Blob stored = cdb::readBlob(db, 10, 102, kFirstRecord);
     if (stored.is_empty()) {
-        trace << "10/102: does not exist. updating from 10/0.\n";
+        trace << "10/102: does not exist. updating from 10/0.";
         info.drawing_unit_wcs2cdb = detail::measuredScale(syst.m_tg);
         info.drawingUnit = detail::unitOfScale(info.drawing_unit_wcs2cdb);
-        return info;
+        return;
     }
-    trace << "10/102 exists.\n";
+    trace << "10/102 exists.";
     layOver(info, stored);
     if (info.version < PersistentSystemInfo::kVersion) {
-        trace << "10/102: upgrading from previous version.\n";
+        trace << "10/102: upgrading from previous version.";
         upgrade(info);
     }
     info.version = PersistentSystemInfo::kVersion;
-    return info;
 }
 
 } // namespace
 
 bool System::updateFrom(cdb::ICdb& db) {
+    // No line feed ends what is told here: it is one message, sent when all is done.
     LogStream trace(kChannel);
     m_data_10_0 = cdb::readBlob(db, 10, 0, kFirstRecord);
     if (m_data_10_0.is_empty()) {
-        trace << "no system settings 10/0 available!\n";
+        trace << "no system settings 10/0 available!";
         return false;
     }
     const typeCDB_SYST syst = record();
@@ -76,11 +75,13 @@ bool System::updateFrom(cdb::ICdb& db) {
     ORV_ASSERT(m_data_10_0.size() > (offsetof(typeCDB_SYST,m_tg) + sizeof((syst).m_tg)))
         (sizeof((syst).m_tg))(offsetof(typeCDB_SYST,m_tg)).error("10/0 system entry is corrupt.");
     // clang-format on
-    m_sysInfo.reset(new PersistentSystemInfo(readSystemInfo(db, syst, trace)));
+    // Ahead of the reading: should that fail, the unit is not that of an earlier store.
+    m_sysInfo.reset(new PersistentSystemInfo);
+    readSystemInfo(*m_sysInfo, db, syst, trace);
     deriveTransform();
     correctMask();
     m_converter.prepare(m_xformWcs2Cdb, m_sysInfo->drawing_unit_wcs2cdb);
-    trace << "iprob = " << syst.iprob << "\n";
+    trace << "iprob = " << syst.iprob;
     readSymbolSetup(db, trace);
     scaleVisSettings();
     return true;
@@ -109,7 +110,7 @@ void System::readSymbolSetup(const cdb::ICdb& db, LogStream& trace) {
     // clang-format on
     legacy::typeSymbolSetup setup{};
     layOver(setup, newVisData);
-    trace << "visual: db version=" << setup.version << "\n";
+    trace << "visual: db version=" << setup.version;
     m_visSettings.setSwitch(61, setup.switch61 > 0);
     m_visSettings.setSwitch(62, setup.switch62 > 0);
     m_visSettings.setSwitch(63, setup.switch63 > 0);

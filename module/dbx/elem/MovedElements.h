@@ -18,8 +18,9 @@ namespace orv {
 // ended. A list and no more: others fill it, walk it, run its handlers and clear it. Goes with its drawing,
 // and the handlers that nobody has run go unrun. For the host's main thread.
 struct TALDORK_API MovedElements {
-    // The list of a drawing, made at the first call. Null is reported and taken for the working drawing. The
-    // reference holds until the drawing ends.
+    // The list of a drawing, made at the first call. Null is reported and taken for the working drawing;
+    // without one it has a list too, which is no drawing's. The reference holds until the drawing ends, that
+    // of no drawing until the module does.
     static MovedElements& instance(AcDbDatabase* db);
 
     MovedElements();

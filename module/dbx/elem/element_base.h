@@ -73,7 +73,9 @@ public:
     // Drops the plugins without telling them.
     ~ElementBase() override;
 
-    // The order of the virtual operations is known to other modules.
+    // The order of the virtual operations is known to other modules. A compiler that groups overloads in its
+    // table of virtual operations puts those of `onSave` and of `onLoad` in the opposite order; those modules
+    // are built with the same.
 
     // Write; also called while the element is read.
     void setNodDatabaseId(const AcDbObjectId& id, const std::wstring& name) override;
@@ -120,7 +122,8 @@ public:
     // Read. In the order of the list; valid until that changes.
     ConstVectorIterator<Plugins> getConstPluginIterator() const;
     // Read. Records of plugins that could not be made when the element was read. They are filed behind the
-    // plugins, and take part in nothing else.
+    // plugins, and take part in nothing else. To be walked from begin() to end(): more than that is not
+    // promised of the container.
     const UnknownPlugins& unknownPlugins() const;
 
     // Read; write; read; write for AcDb::kForWrite, else read.
@@ -150,14 +153,16 @@ public:
     bool load(const KeyValueStorage& storage);
 
     // File the whole element; a concrete element calls them from its own filing, behind the host class's.
-    // The status of the first call that fails, or eOk; 301 for a property of a type that cannot be filed, 22
-    // for such a value in a tree. What an archive or a plugin throws passes through. See
+    // The status of the first call that fails, or eOk; 301 for a property of a type that cannot be filed; for
+    // a tree 3 if its root has data, 22 at a value of a type that cannot be filed, 33 at a node below
+    // property_tree::kMaxDepth. What an archive or a plugin throws passes through. See
     // docs/element-stream.md.
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler& filer) const;
     // Replaces plugins, properties, tree and log, and sets the link to the store. Status 301, by which the
     // host keeps the object as a proxy, for a newer stream (with nothing changed), for a plugin or an element
     // that does not load, a property or an argument of an unknown type, a newer or damaged log, and a wrong
-    // end; 22 or 33 for a damaged tree. AlreadyExistsException for a property's key that comes twice.
+    // end; 22 or 33 for a damaged tree, and 33 for one that is too deep. AlreadyExistsException for a
+    // property's key that comes twice.
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler& filer);
 
     // What the host reports, handed to each plugin in order. A plugin that throws ends the round; what it

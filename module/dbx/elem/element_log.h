@@ -46,6 +46,7 @@ public:
 
     bool empty() const { return m_entries.empty(); }
     std::size_t size() const { return m_entries.size(); }
+    // The entries in the order of appending. The iterators hold until an entry is appended or taken out.
     const_iterator begin() const { return m_entries.begin(); }
     const_iterator end() const { return m_entries.end(); }
 

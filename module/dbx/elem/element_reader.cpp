@@ -12,7 +12,6 @@
 #include "dbx/elem/plugin_registry.h"
 #include "dbx/elem/proxy_plugin.h"
 #include "orvcore/warn_on_new_version.h"
-#include "platform/text.h"
 #include "property_tree/arx/property_tree_filer.h"
 
 #include "AcString.h"
@@ -164,9 +163,8 @@ void ElementReader::keepUnknownPlugin(Record& record) {
     ORV_ASSERT_STATUS(dwgInProperties(m_filer, plugin->m_properties));
     if (m_version >= kHasTrees)
         ORV_ASSERT_STATUS(property_tree::dwgIn(m_filer, plugin->m_tree));
-    const char* const id = record.pluginId.kszPtr();
-    m_element.m_unknownPlugins.emplace_back(
-        id != nullptr ? std::string(id) : platform::toUtf8(record.pluginId.kACharPtr()), plugin);
+    // Not what kszPtr gives, which is the system's code page: the writer takes the id for UTF-8.
+    m_element.m_unknownPlugins.emplace_back(record.pluginId.utf8(), plugin);
 }
 
 void ElementReader::readLink() {

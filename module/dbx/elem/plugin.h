@@ -8,8 +8,9 @@ namespace orv::elem {
 // A piece of an element's behaviour, with data and a version of its own. A drawing keeps it by its id, so
 // that it outlives the code. Its calls are those of its element's thread.
 //
-// The order of the virtual operations is known to other modules. A derived plugin adds its own behind them.
-// The hooks do nothing unless overridden.
+// The order of the virtual operations is known to other modules. A compiler that groups overloads in its
+// table of virtual operations puts those of `onSave` and of `onLoad` in the opposite order; those modules are
+// built with the same. A derived plugin adds its own behind them. The hooks do nothing unless overridden.
 class TALDORK_API ElementBase::IPlugin : boost::noncopyable {
 public:
     static constexpr unsigned int kVersion = 1; // of the frame around the plugin's data
@@ -37,7 +38,8 @@ protected:
     // After it was, by what the matrix had become. Write.
     virtual void onPostTransform(const AcGeMatrix3d& xform);
     // Before the entity draws itself, and when the plugin may draw with it: what looks the same from
-    // everywhere. Colours and other traits that are set hold for this plugin. Read.
+    // everywhere. Colours and other traits that onWorldDraw sets are put back behind it; those that
+    // onPreWorldDraw sets hold for all that follows. Read.
     virtual void onPreWorldDraw(const AcDbEntity& entity, AcGiWorldDraw& wd);
     virtual void onWorldDraw(AcadWorldDraw& wd, System& system);
     // The same for one viewport. Traits hold for the plugins behind, too. Read.

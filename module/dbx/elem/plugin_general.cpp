@@ -194,10 +194,12 @@ bool Plugin_General::onLoad(const KeyValueStorage& storage) {
     // Exactly an `unsigned int`, as the text form of a storage makes it; onSave puts an `int`.
     const auto group = storage.getValue<unsigned int>(kStoredGroup, std::numeric_limits<unsigned int>::max());
     AcadObjectProperties& properties = owner()->setProperties();
-    if (properties.get(kGroupKey))
-        properties.getCasted<unsigned int>(kGroupKey) = group;
-    else
+    if (const boost::shared_ptr<property_base> property = properties.get(kGroupKey)) {
+        const bool isSet = property->setValue(group);
+        ORV_ASSERT(isSet).debug("the group is of another type");
+    } else {
         properties.add(kGroupKey, group);
+    }
     m_number = static_cast<unsigned int>(storage.getValue<int>(kStoredNumber, 0));
     m_name = storage.getValue<std::wstring>(kStoredName, std::wstring());
     return true;

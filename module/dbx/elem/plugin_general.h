@@ -54,8 +54,8 @@ protected:
     bool onLoad(serialization::IInArchive& archive, unsigned int elementVersion) override;
     // Needs an owner; without one reported, and false. Sets the element's group, number and name. The group
     // is taken from an `unsigned int` alone, which the text form of a storage yields; onSave puts an `int`.
-    // What is missing becomes 0 or empty, the group the highest number. True. Write; TypeMismatchException if
-    // the element's group is no `unsigned int`.
+    // What is missing becomes 0 or empty, the group the highest number. A group of the element that is no
+    // `unsigned int` is reported and stays. True. Write.
     bool onLoad(const KeyValueStorage& storage) override;
 
 public:

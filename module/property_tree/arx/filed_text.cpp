@@ -9,8 +9,9 @@ namespace orv::property_tree {
 
 namespace {
 
-// What is asked of a stream at first; twice as much with every further step.
-constexpr std::size_t kReadStep = std::size_t{64} << 10;
+// What is asked of a stream at once, so that a text is read by one call, as it was written by one. A damaged
+// length costs at most this much memory before the stream runs dry; every further step doubles what is there.
+constexpr std::size_t kReadStep = std::size_t{16} << 20;
 
 } // namespace
 

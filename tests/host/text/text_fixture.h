@@ -24,8 +24,10 @@ inline std::string lines(std::initializer_list<const char*> texts) {
     return bytes;
 }
 
+// The packed form begins with these, which the format fixes.
 inline const std::string& sentinel() {
-    static const std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    static const std::string bytes{0x41, 0x75, 0x74, 0x6F, 0x43, 0x41, 0x44, 0x20, 0x42, 0x69, 0x6E,
+                                   0x61, 0x72, 0x79, 0x20, 0x44, 0x58, 0x46, 0x0D, 0x0A, 0x1A, 0x00};
     return bytes;
 }
 

@@ -28,18 +28,21 @@ constexpr const wchar_t* kEntry = L"Software\\EmbeddedHost\\R19.1\\Applications\
 struct Application : orv::DBX_Application {
     explicit Application(const std::wstring& name) : DBX_Application(name) {}
 
-    AcRx::AppRetCode onBeforeInit(void*) override {
+    AcRx::AppRetCode onBeforeInit(void* with) override {
         calls.push_back("onBeforeInit");
+        packets.push_back(with);
         return refuseBefore ? AcRx::kRetError : AcRx::kRetOK;
     }
     void RegisterServerComponents() override { calls.push_back("RegisterServerComponents"); }
-    AcRx::AppRetCode registerClasses(void*) override {
+    AcRx::AppRetCode registerClasses(void* with) override {
         calls.push_back("registerClasses");
+        packets.push_back(with);
         return refuseClasses ? AcRx::kRetError : AcRx::kRetOK;
     }
     void onRegistered() override { calls.push_back("onRegistered"); }
 
     Calls calls;
+    std::vector<void*> packets; // of the steps that get one
     bool refuseBefore = false;
     bool refuseClasses = false;
 };
@@ -86,7 +89,7 @@ TEST_F(DbxApplication, AnEmptyNameKnowsNeitherPathNorHandle) {
     platform::registry::Value value;
     EXPECT_TRUE(platform::registry::keyExists(kEntry));
     EXPECT_FALSE(valueOf(L"LOADER", value));
-    EXPECT_FALSE(valueOf(L"LOADCTRLS", value) && value.number != 0);
+    EXPECT_FALSE(valueOf(L"LOADCTRLS", value));
     EXPECT_EQ(application.calls.back(), "onRegistered");
 }
 
@@ -160,6 +163,7 @@ TEST_F(DbxApplication, InitRunsItsStepsInOrder) {
     EXPECT_EQ(linker.calls(), (Calls{"unlock", "mdi", "mdi", "unlock", "mdi"}));
     EXPECT_EQ(application.calls,
               (Calls{"onBeforeInit", "RegisterServerComponents", "registerClasses", "onRegistered"}));
+    EXPECT_EQ(application.packets, (std::vector<void*>{&packet, &packet}));
     EXPECT_TRUE(orv::ExtensionRecord::instance().isAttached());
     EXPECT_EQ(orv::ExtensionRecord::instance().moduleResource(), application.moduleHandle());
     application.On_kUnloadAppMsg(&packet);

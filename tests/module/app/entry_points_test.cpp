@@ -27,6 +27,9 @@ bool isLoaded() {
         });
 }
 
+// The message of a rank, wherever the host's numbers begin.
+AcRx::AppMsgCode messageOf(int rank) { return static_cast<AcRx::AppMsgCode>(AcRx::kInitAppMsg + rank); }
+
 // Notes the operation that is called and with what.
 struct Noting : AcRxDbxApp {
     int called = -1;
@@ -65,7 +68,7 @@ TEST(EntryPoints, AMessageCallsTheOperationOfItsRankWithThePacketAndAnswersItsCo
     for (int message = 0; message <= 15; ++message) {
         Noting application;
         int packet = 0;
-        const int code = orv::answer(application, static_cast<AcRx::AppMsgCode>(message), &packet);
+        const int code = orv::answer(application, messageOf(message), &packet);
         EXPECT_EQ(code, Noting::codeOf(message)) << message;
         EXPECT_EQ(application.called, message);
         EXPECT_EQ(application.packet, &packet) << message;
@@ -75,7 +78,7 @@ TEST(EntryPoints, AMessageCallsTheOperationOfItsRankWithThePacketAndAnswersItsCo
 TEST(EntryPoints, AMessageThatIsNoneOfThe16CallsNoOperation) {
     for (const int message : {16, 17, 1000, -1}) {
         Noting application;
-        EXPECT_EQ(orv::answer(application, static_cast<AcRx::AppMsgCode>(message), &application), 0);
+        EXPECT_EQ(orv::answer(application, messageOf(message), &application), 0);
         EXPECT_EQ(application.called, -1) << message;
     }
 }
@@ -85,7 +88,7 @@ TEST(EntryPoints, TheVersionWordIsThatOfTheRelease) { EXPECT_EQ(acrxGetApiVersio
 TEST(EntryPoints, AMessageOf16OrMoreTouchesNothing) {
     LinkerRecorder linker;
     for (const int message : {16, 17, 1000, -1})
-        EXPECT_EQ(acrxEntryPoint(static_cast<AcRx::AppMsgCode>(message), nullptr), AcRx::kRetOK);
+        EXPECT_EQ(acrxEntryPoint(messageOf(message), nullptr), AcRx::kRetOK);
     EXPECT_TRUE(linker.calls().empty());
 }
 
@@ -95,7 +98,7 @@ TEST(EntryPoints, MessagesReachTheirOperations) {
     EXPECT_EQ(linker.calls().front(), "unlock");
     linker.clear();
     for (int message = 2; message <= 15; ++message)
-        EXPECT_EQ(acrxEntryPoint(static_cast<AcRx::AppMsgCode>(message), nullptr), AcRx::kRetOK);
+        EXPECT_EQ(acrxEntryPoint(messageOf(message), nullptr), AcRx::kRetOK);
     EXPECT_TRUE(linker.calls().empty());
     EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr), AcRx::kRetOK);
     EXPECT_EQ(linker.calls().front(), "unload taldork.arx");

@@ -1,6 +1,7 @@
 #include "base/blob.h"
 
 #include "embedded/memory_filer.h"
+#include "support/allocation_watch.h"
 #include "support/recording_filer.h"
 #include "support/report_recorder.h"
 
@@ -13,6 +14,7 @@
 using orv::Blob;
 using testing_support::RecordingFiler;
 using testing_support::ReportRecorder;
+using testing_support::takeLargestAllocation;
 using testing_support::Texts;
 
 namespace {
@@ -149,7 +151,9 @@ TEST(Blob, ADamagedSizeTakesNoMoreMemoryThanTheStreamCouldFill) {
     const std::vector<std::uint8_t> bytes = {0xff, 0xff, 0xff, 0xff, 1, 2, 3};
     embedded::MemoryFiler filer(AcDb::kCopyFiler, bytes.data(), bytes.size());
     Blob blob;
-    EXPECT_NE(blob.dwgIn(&filer), Acad::eOk);
+    takeLargestAllocation();
+    EXPECT_EQ(blob.dwgIn(&filer), Acad::eEndOfObject);
+    EXPECT_LE(takeLargestAllocation(), std::size_t{16} << 20);
     EXPECT_LE(blob.size(), std::size_t{16} << 20);
 }
 
@@ -172,7 +176,9 @@ TEST(Blob, ReadingBytesWhoseNumberIsKnownFailsWithTheFiler) {
     Blob blob;
     EXPECT_EQ(blob.dwgInBytes(&filer, 4), Acad::eEndOfObject);
     EXPECT_EQ(recorder.conditions(), Texts{"es == es2"});
+    takeLargestAllocation();
     EXPECT_EQ(blob.dwgInBytes(&filer, 0xffffffff), Acad::eEndOfObject);
+    EXPECT_LE(takeLargestAllocation(), std::size_t{16} << 20);
     EXPECT_LE(blob.size(), std::size_t{16} << 20);
 }
 

@@ -54,8 +54,11 @@ TEST(Exceptions, AreCaughtAsTheirBases) {
     EXPECT_THROW(throw orv::Exception("x"), std::exception);
 }
 
+// Where a destructor takes two slots.
+#if !defined(_MSC_VER)
 TEST(Exceptions, VirtualTableBeginsWithTheDestructorAndHoldsWhatNext) {
     const orv::Exception e("text");
     using What = const char* (*)(const void*);
     EXPECT_STREQ(testing_support::slotOf<What>(&e, 2)(&e), "text");
 }
+#endif

@@ -1,6 +1,7 @@
 #include "dbx/dictionary.h"
 
 #include "AcString.h"
+#include "embedded/session.h"
 #include "support/report_recorder.h"
 #include "support/store_drawing.h"
 
@@ -53,4 +54,18 @@ TEST(Dictionary, EraseTakesBothWithAllBelow) {
     ReportRecorder recorder;
     eraseKelmoran(&db);
     EXPECT_EQ(recorder.size(), 0u);
+}
+
+TEST(Dictionary, EraseOfATopDictionaryThatIsGoneForGoodIsReportedAndGoesOn) {
+    AcDbDatabase db(true);
+    eraseObject(getOrCreateKelmoran(&db));
+    embedded::forgetHistory(db);
+    const AcDbObjectId data = getOrCreateKelmoranDATA(&db);
+    ReportRecorder recorder;
+    eraseKelmoran(&db);
+    EXPECT_EQ(recorder.conditions(), Texts{"obj"});
+    EXPECT_TRUE(data.isErased());
+    recorder.clear();
+    eraseKelmoran(&db);
+    EXPECT_EQ(recorder.size(), 0u) << "the entry went with the first look";
 }

@@ -3,6 +3,7 @@
 #include "embedded/memory_filer.h"
 #include "orvcore/warn_on_new_version.h"
 #include "selection_filer.h"
+#include "support/beep_recorder.h"
 #include "support/own_calls.h"
 #include "support/report_recorder.h"
 #include "support/slots.h"
@@ -268,6 +269,26 @@ TEST_F(NamedSelection, AFailureOfTheBaseEndsFiling) {
     EXPECT_EQ(read.dwgInFields(&in), Acad::eFilerError);
     EXPECT_EQ(m_reports.conditions(), Texts{"es == es2"});
     EXPECT_EQ(read.m_objects, Ids{c});
+}
+
+TEST_F(NamedSelection, AnExceptionInAFilerReachesTheConsoleAndEndsInAFixedStatus) {
+    const testing_support::BeepRecorder beep;
+    SelectionFiler out;
+    out.throwAt = testing_support::baseWrites(out.type);
+    EXPECT_EQ(static_cast<int>(m_selection.dwgOutFields(&out)), 2);
+    SelectionFiler in;
+    in.throwAt = testing_support::baseReads(in.type);
+    ORV_NamedSelection& read = *other();
+    EXPECT_EQ(static_cast<int>(read.dwgInFields(&in)), 301);
+    EXPECT_EQ(read.m_objects, Ids{c});
+    SelectionFiler base;
+    base.type = AcDb::kBagFiler;
+    base.throwAt = 0;
+    EXPECT_EQ(static_cast<int>(read.dwgInFields(&base)), 301);
+    ASSERT_EQ(beep.lines().size(), 3u);
+    for (const std::wstring& line : beep.lines())
+        EXPECT_EQ(line.find(L"Unhandled Exception: "), 0u);
+    EXPECT_EQ(m_reports.size(), 0u);
 }
 
 TEST_F(NamedSelection, ItsBytesAreThese) {

@@ -244,6 +244,29 @@ TEST_F(GeneralData, ADamagedSizeTakesNoMemory) {
     EXPECT_EQ(back, L"");
 }
 
+TEST_F(GeneralData, ALargeSizeIsBelievedWhenTheTextOfItsVersionIsThere) {
+    constexpr int kLarge = (1 << 20) + 1;
+    const std::string half(kLarge, 'a');
+    nod_writeGeneralData(store, L"t.size", bytesOf(kLarge).data(), 4);
+    nod_writeGeneralData(store, L"t.data", half.data(), half.size());
+    ReportRecorder recorder;
+    std::wstring back;
+    EXPECT_TRUE(nod_readGeneralData(store, L"t", back)) << "one byte for each is what an old text has";
+    EXPECT_EQ(back.size(), half.size());
+    EXPECT_EQ(recorder.size(), 0u);
+
+    nod_writeGeneralData(store, L"t.version", bytesOf(2).data(), 4);
+    back = L"kept";
+    EXPECT_FALSE(nod_readGeneralData(store, L"t", back)) << "and half of what a new one has";
+    EXPECT_EQ(back, L"kept");
+    EXPECT_EQ(recorder.conditions(), Texts{"succ"});
+
+    const std::string whole = half + half;
+    nod_writeGeneralData(store, L"t.data", whole.data(), whole.size());
+    EXPECT_TRUE(nod_readGeneralData(store, L"t", back));
+    EXPECT_EQ(back, std::wstring(kLarge, static_cast<wchar_t>(0x6161)));
+}
+
 TEST_F(GeneralData, AShorterSecondWriteReplacesTheBlock) {
     nod_writeGeneralData(store, L"n", "abcdef", 6);
     const AcDbObjectId record = entryOf(general(), L"n");

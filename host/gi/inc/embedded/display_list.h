@@ -33,6 +33,8 @@ struct Primitive {
     PrimitiveKind kind = PrimitiveKind::kPolyline;
     // Drawn for the viewport, and right for its view alone.
     bool ofViewport = false;
+    // False for what its drawable, or one around it, keeps off any plot. Its layer may do so too.
+    bool isPlottable = true;
     // The entity whose drawing it is. Inside of a block the entity of the block's; null for what is in no
     // database.
     AcDbObjectId owner;
@@ -109,8 +111,9 @@ struct ViewParameters {
 };
 
 // Draws model space, or another block, in its order: each entity's worldDraw, and viewportDraw if that
-// answered false. What an entity's drawing throws ends that entity's drawing alone and stands in the
-// failures; so does an entity that cannot be opened. A block that holds itself is drawn to a depth of 32.
+// answered false. What an entity's drawing throws (also an Acad::ErrorStatus) ends that entity's drawing
+// alone and stands in the failures; so does an entity that cannot be opened. A block that holds itself is
+// drawn to a depth of 32.
 DisplayList draw(AcDbDatabase& database, const ViewParameters& view = ViewParameters());
 DisplayList draw(AcDbDatabase& database, AcDbObjectId block, const ViewParameters& view = ViewParameters());
 // A single drawable, in a database or not. Needs it to be open for read.

@@ -60,6 +60,11 @@ struct PlotStyle {
     double lineTypeScale = 0.0;
 };
 
+// Takes out of a list what no picture shows: what is not plottable by itself or on a layer that is not to be
+// plotted. The layers' records are opened for read. All operations below leave it out anyhow; this is for
+// whoever wants to know what is on the picture.
+void leaveOutNotPlotted(DisplayList& list);
+
 // The box of what would be seen, in eye coordinates of a view with that direction, twist and target: X to the
 // right, Y up. What has no end and what is nowhere (coordinates that are no numbers) does not count.
 AcDbExtents eyeExtents(const DisplayList& list, const ViewParameters& view);
@@ -72,7 +77,7 @@ ViewParameters fittedView(const DisplayList& list, ViewParameters view, const Pl
 // Draws a list as the view sees it: the target in the middle of the page, ViewParameters::height from its
 // lower to its upper edge. What is by layer is looked up in the layers' records, which are opened for read;
 // without a database (null) it is colour 7, the default weight and a whole line. The list has nothing of
-// layers that are not shown.
+// layers that are not shown; what is on layers that are shown and not to be plotted is left out here.
 // False, with the reason as one line, for a page without size or of too many pixels (30,000 in either
 // direction, or 400 millions of them), and when memory or the library gives up; `bytes` is empty then.
 bool plot(const DisplayList& list, AcDbDatabase* database, const ViewParameters& view, const PlotPage& page,

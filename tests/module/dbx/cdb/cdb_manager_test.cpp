@@ -1,5 +1,6 @@
 #include "dbx/cdb/cdb_manager.h"
 
+#include "app/log.h"
 #include "dbx/cdb/nod_cdb.h"
 #include "dbx/cdb/use_cdb.h"
 #include "support/map_cdb.h"
@@ -32,6 +33,7 @@ constexpr auto kFailing = static_cast<CdbType>(102);
 constexpr auto kTwice = static_cast<CdbType>(103);
 constexpr auto kEmptyFunction = static_cast<CdbType>(105);
 constexpr auto kNobody = static_cast<CdbType>(104);
+constexpr auto kOpenedByAListener = static_cast<CdbType>(106);
 
 class CdbManagerTest : public testing::Test {
 protected:
@@ -218,4 +220,54 @@ TEST_F(CdbManagerTest, AnUnopenedStoreMayOutliveItsDrawing) {
     EXPECT_FALSE(store.lock()->isOpen());
     manager.closeAll();
     EXPECT_TRUE(store.expired());
+}
+
+namespace {
+
+// Calls the manager at the end of each store in a drawing, and keeps what it gets.
+struct CallingListener : orv::ILogListener {
+    void onLog(const std::string&, const std::string&, orv::LogLevel, const std::string&) override {
+        CdbManager& manager = CdbManager::instance();
+        manager.close(L"ASDWG", kNodCdb);
+        manager.close(L"TWO", kNodCdb);
+        stores.push_back(manager.open(L"own", kOpenedByAListener, kSharedLocking));
+    }
+    std::vector<boost::shared_ptr<ICdb>> stores;
+};
+
+class CdbManagerHeard : public CdbManagerTest {
+protected:
+    CdbManagerHeard() {
+        static const bool registered = [] {
+            CdbManager::instance().regCreator(kOpenedByAListener, &makeMapCdb);
+            return true;
+        }();
+        EXPECT_TRUE(registered);
+        testing_support::subDictionary(testing_support::subDictionary(drawing.kelmoran, L"TWO"), L"CDBASE");
+        manager.open(L"ASDWG", kNodCdb, kSharedLocking);
+        manager.open(L"TWO", kNodCdb, kSharedLocking);
+        orv::addLogListener("cdb.nod", listener);
+    }
+    ~CdbManagerHeard() override { orv::clearLogs(); }
+
+    Drawing drawing;
+    boost::shared_ptr<CallingListener> listener = boost::make_shared<CallingListener>();
+};
+
+} // namespace
+
+TEST_F(CdbManagerHeard, WhoHearsOfAStoresEndMayCallTheManagerDuringCloseAll) {
+    manager.closeAll();
+    ASSERT_EQ(listener->stores.size(), 2u) << "one for each store";
+    ASSERT_NE(listener->stores[0], nullptr);
+    EXPECT_EQ(listener->stores[1], listener->stores[0]);
+    EXPECT_EQ(manager.open(L"own", kOpenedByAListener, kSharedLocking), listener->stores[0])
+        << "what is opened meanwhile stays";
+}
+
+TEST_F(CdbManagerHeard, WhoHearsOfAStoresEndMayCallTheManagerDuringClose) {
+    manager.close(L"ASDWG", kNodCdb); // its end takes TWO out, whose end is heard too
+    ASSERT_EQ(listener->stores.size(), 2u);
+    EXPECT_EQ(listener->stores[1], listener->stores[0]);
+    EXPECT_EQ(manager.open(L"own", kOpenedByAListener, kSharedLocking), listener->stores[0]);
 }

@@ -2,6 +2,7 @@
 
 #include "embedded/memory_filer.h"
 #include "orvcore/warn_on_new_version.h"
+#include "support/allocation_watch.h"
 #include "support/beep_recorder.h"
 #include "support/own_calls.h"
 #include "support/recording_filer.h"
@@ -19,6 +20,7 @@ using testing_support::ownCalls;
 using testing_support::ownReads;
 using testing_support::RecordingFiler;
 using testing_support::ReportRecorder;
+using testing_support::takeLargestAllocation;
 using testing_support::Texts;
 
 namespace {
@@ -164,7 +166,9 @@ TEST(ObjCdbRecord, ADamagedLengthIsRefusedAndTakesNoMemory) {
         for (int i = 0; i < 4; ++i)
             bytes[2 + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(length) >> (8 * i));
         embedded::MemoryFiler filer(AcDb::kFileFiler, bytes.data(), bytes.size());
+        takeLargestAllocation();
         EXPECT_NE(record.dwgInFields(&filer), Acad::eOk);
+        EXPECT_LE(takeLargestAllocation(), std::size_t{16} << 20);
         EXPECT_EQ(record.getLen(), 0);
     }
 }

@@ -147,14 +147,16 @@ TEST_F(NodCdbTest, AFirstWriteCallsTheStoresOwnDel) {
 
 TEST_F(NodCdbTest, AGroupThatSomebodyElseReadsRefusesAFirstWrite) {
     write(3, 5, "x", kFirstRecord);
+    write(3, 5, "second", kNextRecord);
     AcDbObject* group = nullptr;
     ASSERT_EQ(acdbOpenObject(group, entryOf(drawing.base, L"3"), AcDb::kForRead), Acad::eOk);
     ReportRecorder recorder;
     EXPECT_EQ(write(3, 5, "y", kFirstRecord), CD_ERR_NONE) << "the key is there and is written to in place";
     EXPECT_EQ(write(3, 6, "y", kFirstRecord), CD_ERR_NOTFOUND);
-    EXPECT_FALSE(recorder.reports().empty());
+    EXPECT_EQ(recorder.conditions(), (Texts{"dictKwh", "dictKwh"}));
     group->close();
     EXPECT_EQ(read(3, 5, kFirstRecord), "y");
+    EXPECT_EQ(read(3, 5, kNextRecord), "second") << "the key could not be deleted first";
     EXPECT_EQ(write(3, 6, "y", kFirstRecord), CD_ERR_NONE);
 }
 
@@ -308,6 +310,20 @@ TEST_F(NodCdbTest, OpenCreatesNothingAndFindsOnlyWhatIsThere) {
     EXPECT_EQ(other.open(L"ASDWG", kSharedLocking), CD_ERR_NONE);
     EXPECT_EQ(other._dbId(), drawing.named);
     EXPECT_TRUE(other.isOpen());
+}
+
+TEST_F(NodCdbTest, AnotherOpenThatFindsNothingLetsGoOfTheStoreBefore) {
+    write(1, 1, "a", kFirstRecord);
+    EXPECT_EQ(cdb.open(L"ABSENT", kSharedLocking), CD_ERR_NOTFOUND);
+    EXPECT_FALSE(cdb.isOpen());
+    EXPECT_TRUE(cdb._dbId().isNull());
+    {
+        ReportRecorder recorder;
+        EXPECT_EQ(read(1, 1, kFirstRecord), "<3>");
+        EXPECT_EQ(recorder.conditions(), (Texts{"isOpen()", "pDictFather"}));
+    }
+    EXPECT_EQ(cdb.open(L"ASDWG", kSharedLocking), CD_ERR_NONE);
+    EXPECT_EQ(read(1, 1, kFirstRecord), "a");
 }
 
 TEST_F(NodCdbTest, OpenWithAnotherLockingIsReportedAndGoesOn) {

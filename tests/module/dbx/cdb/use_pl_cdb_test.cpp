@@ -1,5 +1,6 @@
 #include "dbx/cdb/use_pl_cdb.h"
 
+#include "app/log.h"
 #include "base/exceptions.h"
 #include "support/map_cdb.h"
 #include "support/report_recorder.h"
@@ -8,6 +9,16 @@
 #include <gtest/gtest.h>
 
 #include <boost/make_shared.hpp>
+
+namespace orv::cdb {
+
+struct UsePlCdbAccess {
+    static void fillPlain(UsePlCdb& project, const orv::path& path) {
+        project.m_plain = UseCdb(path.full, kPlainCdb);
+    }
+};
+
+} // namespace orv::cdb
 
 using namespace orv::cdb;
 using testing_support::MapCdb;
@@ -23,11 +34,14 @@ struct Drawing : StoreDrawing {
 };
 
 std::vector<std::wstring> s_files;
-bool s_fail = false;
+boost::shared_ptr<ICdb> makeMapCdb() { return boost::make_shared<MapCdb>(); }
+boost::shared_ptr<ICdb> makeNothing() { return boost::shared_ptr<ICdb>(); }
+
+boost::shared_ptr<ICdb> (*s_makeFile)() = &makeMapCdb;
 
 boost::shared_ptr<ICdb> makeFile(const std::wstring& name, CdbLockMode) {
     s_files.push_back(name);
-    return s_fail ? boost::shared_ptr<ICdb>() : boost::shared_ptr<ICdb>(boost::make_shared<MapCdb>());
+    return s_makeFile();
 }
 
 class UsePlCdbTest : public testing::Test {
@@ -39,7 +53,7 @@ protected:
         }();
         EXPECT_TRUE(registered);
         s_files.clear();
-        s_fail = false;
+        s_makeFile = &makeMapCdb;
     }
     ~UsePlCdbTest() override { manager.closeAll(); }
 
@@ -134,7 +148,7 @@ TEST_F(UsePlCdbTest, ThrowsWhenThereIsNoStoreObject) {
     }
     EXPECT_EQ(recorder.reports().back().condition, "m_nod.get()");
     EXPECT_EQ(recorder.reports().back().message, "no NOD CDB object available");
-    s_fail = true;
+    s_makeFile = &makeNothing;
     try {
         project1.file();
         FAIL();
@@ -143,4 +157,71 @@ TEST_F(UsePlCdbTest, ThrowsWhenThereIsNoStoreObject) {
     }
     EXPECT_EQ(recorder.reports().back().condition, "m_file.get()");
     EXPECT_EQ(recorder.reports().back().message, "no FILE CDB object available");
+}
+
+// The count of "ASDWG" stays with the manager, and with it a view on a drawing that has ended.
+TEST_F(UsePlCdbTest, InTheNextDrawingTheStoreOfTheEndedOneIsFoundClosedAndHarmsNothing) {
+    const ICdb* first = nullptr;
+    {
+        StoreDrawing ended;
+        UsePlCdb before(project(L"X"));
+        first = &before.nod();
+        EXPECT_EQ(before.nod().write(1, 1, "a", 1, kFirstRecord), CD_ERR_NONE);
+    }
+    Drawing next;
+    ReportRecorder recorder;
+    {
+        UsePlCdb after(project(L"X"));
+        ICdb& store = after.nod();
+        EXPECT_EQ(&store, first);
+        EXPECT_FALSE(store.isOpen());
+        EXPECT_FALSE(store.exists(1, 1));
+        EXPECT_EQ(store.write(1, 1, "b", 1, kFirstRecord), CD_ERR_NOTFOUND);
+    }
+    EXPECT_TRUE(testing_support::namesOf(next.base).empty());
+    manager.closeAll();
+    recorder.clear();
+    UsePlCdb again(project(L"X"));
+    EXPECT_TRUE(again.nod().isOpen());
+    EXPECT_EQ(again.nod().write(1, 1, "b", 1, kFirstRecord), CD_ERR_NONE);
+    EXPECT_EQ(recorder.size(), 0u);
+}
+
+namespace {
+
+Texts s_ends;
+
+// Notes its end.
+struct EndingCdb : MapCdb {
+    explicit EndingCdb(const char* what) : name(what) {}
+    ~EndingCdb() override { s_ends.push_back(name); }
+    std::string name;
+};
+
+struct NodEnds : orv::ILogListener {
+    void onLog(const std::string&, const std::string&, orv::LogLevel, const std::string&) override {
+        s_ends.push_back("nod");
+    }
+};
+
+} // namespace
+
+TEST_F(UsePlCdbTest, ReleasesThePlainStoreThenTheDrawingsThenTheFile) {
+    Drawing drawing;
+    manager.regCreator(kPlainCdb, [](const std::wstring&, CdbLockMode) {
+        return boost::shared_ptr<ICdb>(boost::make_shared<EndingCdb>("plain"));
+    });
+    s_makeFile = [] { return boost::shared_ptr<ICdb>(boost::make_shared<EndingCdb>("file")); };
+    orv::addLogListener("cdb.nod", boost::make_shared<NodEnds>());
+    s_ends.clear();
+    const orv::path path = project(L"ASDWG"); // so that the drawing's store goes too
+    {
+        UsePlCdb project1(path);
+        project1.file();
+        project1.nod();
+        UsePlCdbAccess::fillPlain(project1, path);
+        EXPECT_TRUE(s_ends.empty());
+    }
+    orv::clearLogs();
+    EXPECT_EQ(s_ends, (Texts{"plain", "nod", "file"}));
 }

@@ -480,8 +480,12 @@ RC_GTEST_PROP(CCSysParDwg, AnyBytesEndInAStatus, (const std::vector<std::uint8_t
     Bytes bytes = {0, 0, 0, 0, 0, 0, 0, 0};
     bytes.insert(bytes.end(), tail.begin(), tail.end());
     ORV_CCSysPar object;
-    readFrom(object, bytes);
-    filed(object);
+    const Acad::ErrorStatus es = readFrom(object, bytes);
+    RC_ASSERT(es == Acad::eOk || es == Acad::eEndOfObject || es == Acad::eMakeMeProxy);
+    // Whatever came of it can be filed and read again.
+    ORV_CCSysPar back;
+    RC_ASSERT(readFrom(back, filed(object)) == Acad::eOk);
+    RC_ASSERT(!testing::Test::HasFailure());
 }
 
 RC_GTEST_PROP(CCSysParDwg, AnyDataComeBack,

@@ -43,6 +43,10 @@ std::string lines(const Groups& groups) {
 // What stands before the class's own groups, and behind them.
 const Groups kHead = {
     {"  0", "SECTION"}, {"  2", "OBJECTS"}, {"  0", "ORV_CCSysPar"}, {"  5", "0"}, {"330", "0"}};
+// The packed form begins with these, which the format fixes.
+const char kPackedMark[] = {0x41, 0x75, 0x74, 0x6F, 0x43, 0x41, 0x44, 0x20, 0x42, 0x69, 0x6E,
+                            0x61, 0x72, 0x79, 0x20, 0x44, 0x58, 0x46, 0x0D, 0x0A, 0x1A, 0x00};
+
 const Groups kTail = {{"  0", "ENDSEC"}, {"  0", "EOF"}};
 
 // The groups of an object with sampleData, as it writes them.
@@ -81,6 +85,32 @@ Groups markedGroups(int version) {
 
 std::string fileOf(const Groups& groups) { return lines(kHead) + lines(groups) + lines(kTail); }
 
+// The file in one of the two forms: packed, it is translated group by group.
+std::string inForm(TextForm form, const Groups& groups) {
+    const std::string ascii = fileOf(groups);
+    if (form == TextForm::kAscii)
+        return ascii;
+    std::string bytes;
+    TextFiler out(form, bytes);
+    TextFiler in(ascii);
+    while (!in.atEOF()) {
+        const std::wstring start = in.passObjectStart();
+        if (!start.empty()) {
+            out.writeString(AcDb::kDxfStart, start.c_str());
+            continue;
+        }
+        resbuf* const value = acutNewRb(0);
+        const Acad::ErrorStatus taken = in.readResBuf(value);
+        const Acad::ErrorStatus put = out.writeResBuf(*value);
+        acutRelRb(value);
+        EXPECT_EQ(taken, Acad::eOk);
+        EXPECT_EQ(put, Acad::eOk);
+        if (taken != Acad::eOk || put != Acad::eOk)
+            break;
+    }
+    return bytes;
+}
+
 Acad::ErrorStatus readFrom(ORV_CCSysPar& object, const Groups& groups, std::wstring* reason = nullptr) {
     return readObjectText(object, fileOf(groups), nullptr, reason);
 }
@@ -108,7 +138,7 @@ TEST(CCSysParDxf, WritesThesePackedBytes) {
     data.double1 = 1.0;
     data.versionText2 = L"v";
     setCode(data.codeName, "EC_2");
-    std::string expected("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    std::string expected(kPackedMark, sizeof kPackedMark);
     const auto text = [&](int code, const char* value) {
         expected += static_cast<char>(code % 256);
         expected += static_cast<char>(code / 256);
@@ -204,25 +234,9 @@ TEST_P(CCSysParTextVersion, IsReadUnderTheClassesMark) {
 
 TEST_P(CCSysParTextVersion, IsReadFromThePackedForm) {
     const Groups groups = markedGroups(GetParam());
-    std::string bytes;
-    TextFiler out(TextForm::kBinary, bytes);
-    const std::string ascii = fileOf(groups);
-    // Translated group by group.
-    TextFiler in(ascii);
-    while (!in.atEOF()) {
-        const std::wstring start = in.passObjectStart();
-        if (!start.empty()) {
-            out.writeString(AcDb::kDxfStart, start.c_str());
-            continue;
-        }
-        resbuf* const value = acutNewRb(0);
-        ASSERT_EQ(in.readResBuf(value), Acad::eOk);
-        ASSERT_EQ(out.writeResBuf(*value), Acad::eOk);
-        acutRelRb(value);
-    }
     ORV_CCSysPar fromAscii, fromPacked;
-    ASSERT_EQ(readObjectText(fromAscii, ascii), Acad::eOk);
-    ASSERT_EQ(readObjectText(fromPacked, bytes), Acad::eOk);
+    ASSERT_EQ(readObjectText(fromAscii, inForm(TextForm::kAscii, groups)), Acad::eOk);
+    ASSERT_EQ(readObjectText(fromPacked, inForm(TextForm::kBinary, groups)), Acad::eOk);
     expectSame(dataOf(fromPacked), dataOf(fromAscii));
     EXPECT_EQ(dataOf(fromPacked).versionText, dataOf(fromAscii).versionText);
     EXPECT_EQ(dataOf(fromPacked).chunkValue, dataOf(fromAscii).chunkValue);
@@ -240,9 +254,9 @@ TEST_P(CCSysParTextVersion, EveryPrefixThatEndsBeforeTheNextObjectFails) {
 
 TEST_P(CCSysParTextVersion, AMissingGroupIsTold) {
     const Groups groups = markedGroups(GetParam());
-    // The magic is the first one that may be missing: an old object ends before it.
+    // Mark and magic may be missing: an old object ends before them.
     for (std::size_t count = 1; count < groups.size(); ++count) {
-        if (count == kMagicAt)
+        if (count == kSkippedAt || count == kMagicAt)
             continue;
         ORV_CCSysPar object;
         std::wstring reason;
@@ -265,6 +279,22 @@ TEST(CCSysParDxf, AnotherNumberThanTheMagicIsAnOldObjectToo) {
     ASSERT_EQ(readFrom(object, groups), Acad::eOk);
     EXPECT_EQ(dataOf(object).int2, 1);
     EXPECT_STREQ(dataOf(object).codeName, "OEN_4700");
+}
+
+TEST(CCSysParDxf, AnObjectThatEndsBehindItsFixedItemsIsAnOldOne) {
+    Groups groups = markedGroups(0);
+    groups.resize(kSkippedAt);
+    ReportRecorder reports;
+    for (const TextForm form : {TextForm::kAscii, TextForm::kBinary}) {
+        ORV_CCSysPar object;
+        std::wstring reason;
+        ASSERT_EQ(readObjectText(object, inForm(form, groups), nullptr, &reason), Acad::eOk)
+            << reason.c_str();
+        EXPECT_EQ(dataOf(object).int2, 1);
+        EXPECT_EQ(dataOf(object).int3, 33);
+        EXPECT_STREQ(dataOf(object).codeName, "OEN_4700");
+    }
+    EXPECT_EQ(reports.size(), 0u);
 }
 
 TEST(CCSysParDxf, Version8Is301AfterTheMagicAndTheVersion) {

@@ -1,6 +1,7 @@
 #include "dbx/doc/enumerate_cdbs.h"
 
 #include "dbxrecrd.h"
+#include "embedded/session.h"
 #include "support/report_recorder.h"
 #include "support/store_drawing.h"
 
@@ -63,6 +64,19 @@ TEST(EnumerateCdbs, SomethingElseInThePlaceOfTheStoresIsReported) {
     Names names;
     EXPECT_EQ(orv::detail::enumerateCdbsInNod(&db, names), 0u);
     EXPECT_EQ(reports.conditions(), Texts{"namedDict"});
+}
+
+TEST(EnumerateCdbs, StoresThatAreGoneForGoodAreReportedOnce) {
+    StoreDrawing drawing;
+    testing_support::eraseObject(drawing.kelmoran);
+    embedded::forgetHistory(drawing.db);
+    ReportRecorder reports;
+    Names names;
+    EXPECT_EQ(orv::detail::enumerateCdbsInNod(&drawing.db, names), 0u);
+    EXPECT_EQ(reports.conditions(), (Texts{"obj", "namedDict"}));
+    reports.clear();
+    EXPECT_EQ(orv::detail::enumerateCdbsInNod(&drawing.db, names), 0u);
+    EXPECT_EQ(reports.size(), 0u) << "the entry went with the first look";
 }
 
 TEST(EnumerateCdbs, AStoreOfAnyKindOfObjectIsListed) {

@@ -3,6 +3,7 @@
 #include "dbx/doc/system_fallback.h"
 
 #include "base/exceptions.h"
+#include "dbproxy.h"
 #include "dbx/cdb/read_blob.h"
 #include "dbx/dictionary.h"
 #include "dbx/doc/ORV_CCSysPar.h"
@@ -220,9 +221,17 @@ TEST_F(Fallback, AnObjectOfAnotherClassIsNoDescription) {
 
 TEST_F(Fallback, SomethingElseInThePlaceOfTheDictionaryIsNoDescription) {
     putObject(m_drawing.named, L"SYSTEM", new ORV_CCSysPar(description()));
-    ReportRecorder reports;
-    EXPECT_EQ(takeUp(), nullptr);
-    EXPECT_EQ(reports.reports().back().message, "system could not be initialized");
+    expectNoRecord();
+}
+
+TEST_F(Fallback, AProxyInThePlaceOfTheDescriptionIsNone) {
+    putObject(subDictionary(m_drawing.named, L"SYSTEM"), L"SYST", new AcDbProxyObject);
+    expectNoRecord();
+}
+
+TEST_F(Fallback, AProxyInThePlaceOfTheDictionaryIsNoDescription) {
+    putObject(m_drawing.named, L"SYSTEM", new AcDbProxyObject);
+    expectNoRecord();
 }
 
 TEST_F(Fallback, APropertyThatIsThereAlreadyThrows) {

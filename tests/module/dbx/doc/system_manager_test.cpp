@@ -2,6 +2,7 @@
 
 #include "app/taldork_dbx_application.h"
 #include "base/exceptions.h"
+#include "support/beep_recorder.h"
 #include "support/report_recorder.h"
 #include "support/system_records.h"
 
@@ -123,11 +124,12 @@ TEST(SystemManager, AStoreThatCannotBeOpenedIsReportedAndSkipped) {
     testing_support::subDictionary(drawing.kelmoran, L"bare"); // no records below it
     ReportRecorder reports;
     manager().initFromDatabase(&drawing.db);
-    ASSERT_GE(reports.size(), 1u);
-    const auto& last = reports.reports().back();
-    EXPECT_EQ(last.condition, "nod && nod->isOpen()");
-    EXPECT_EQ(last.values, (Values{{"it->first", "bare"}}));
-    EXPECT_EQ(last.message,
+    ASSERT_EQ(reports.size(), 1u);
+    const auto& report = reports.at(0);
+    EXPECT_EQ(report.condition, "nod && nod->isOpen()");
+    EXPECT_EQ(report.severity, orv::smartassert::Severity::kDebug);
+    EXPECT_EQ(report.values, (Values{{"it->first", "bare"}}));
+    EXPECT_EQ(report.message,
               "could not access NOD database information in drawing. => DWG too old or defect.");
     EXPECT_NE(manager().getSystemByName(&drawing.db, L"good"), nullptr);
     EXPECT_EQ(manager().getSystemByName(&drawing.db, L"bare"), nullptr);
@@ -245,6 +247,20 @@ TEST(SystemManager, TheMessageOfAnOpenedDrawingTakesItUp) {
     EXPECT_NE(manager().getSystemByName(&drawing.db, L"ASDWG"), nullptr);
     acdbHostApplicationServices()->setWorkingDatabase(nullptr);
     EXPECT_EQ(Taldork_DBX_Application::instance().On_kLoadDwgMsg(nullptr), AcRx::kRetOK);
+}
+
+TEST(SystemManager, ADrawingWithDamagedSettingsOpensWithALineOnTheConsole) {
+    StoreDrawing drawing(L"a");
+    makeStore(drawing, L"b");
+    putSystem(drawing.db, L"a", 10);
+    putSystem(drawing.db, L"b", 30);
+    putShortSettings(drawing.db, L"a");
+    ReportRecorder reports;
+    const testing_support::BeepRecorder beep;
+    EXPECT_EQ(Taldork_DBX_Application::instance().On_kLoadDwgMsg(nullptr), AcRx::kRetOK);
+    EXPECT_EQ(kinds(systemsOf(drawing.db, {L"a", L"b"})), (std::vector<int>{orv::EBENE, orv::PLATTE}));
+    ASSERT_EQ(beep.lines().size(), 1u);
+    EXPECT_EQ(beep.lines()[0].find(L"Caught Exception: filer error "), 0u) << "no exception reaches the host";
 }
 
 } // namespace

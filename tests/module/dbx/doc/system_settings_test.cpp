@@ -1,5 +1,6 @@
 #include "dbx/doc/system.h"
 
+#include "app/log.h"
 #include "base/exceptions.h"
 #include "dbx/doc/symbol_setup.h"
 #include "support/log_recorder.h"
@@ -8,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/make_shared.hpp>
+
 #include <cstring>
+#include <stdexcept>
 
 using namespace orv;
 using legacy::typeSymbolSetup;
@@ -81,7 +85,8 @@ TEST(SymbolSetup, EachFieldStandsAtItsPlaceInTheRecord) {
     ASSERT_TRUE(system.updateFrom(store));
     EXPECT_EQ(switchesAndSizes(system),
               (Texts{"off", "on", "off", "1.000", "2.000", "3.000", "4.250", "5.000"}));
-    EXPECT_EQ(log.messages().back(), "3 visual: db version=42");
+    EXPECT_EQ(log.messages(),
+              (Texts{"3 10/102: does not exist. updating from 10/0.iprob = 0visual: db version=42"}));
     EXPECT_EQ(reports.size(), 0u);
 }
 
@@ -227,6 +232,20 @@ TEST(SystemVisUpdate, WithoutARecordTheDefaultsAreLoggedAndComplete) {
     EXPECT_FALSE(system.visSettings().isOn(299));
     EXPECT_TRUE(system.visSettings().isOn(122));
     EXPECT_EQ(reports.size(), 0u);
+}
+
+TEST(SystemVisUpdate, AListenerThatThrowsEndsIt) {
+    struct Throwing : orv::ILogListener {
+        void onLog(const std::string&, const std::string&, orv::LogLevel, const std::string&) override {
+            throw std::runtime_error("listener");
+        }
+    };
+    orv::addLogListener("sys", boost::make_shared<Throwing>());
+    SystemStore store;
+    System system;
+    EXPECT_THROW(system.updateVisFrom(store), std::runtime_error);
+    orv::clearLogs();
+    EXPECT_TRUE(system.updateVisFrom(store));
 }
 
 TEST(SystemVisUpdate, WhatIsWrittenIsReadBack) {

@@ -61,35 +61,60 @@ TEST(SystemUpdateFrom, ReadsItsRecordsInOrderFromTheirBeginning) {
     EXPECT_EQ(store.log, (Texts{"read 10/0 first", "read 10/102 first", "read 0/98 first"}));
 }
 
-TEST(SystemUpdateFrom, LogsWhereTheScaleIsFromAndTheProblemNumber) {
+TEST(SystemUpdateFrom, LogsWhereTheScaleIsFromAndTheProblemNumberAsOneMessage) {
     LogRecorder log("sys");
     SystemStore store(systemRecord(20, -3));
     System system;
     system.updateFrom(store);
-    EXPECT_EQ(log.messages(), (Texts{"3 10/102: does not exist. updating from 10/0.", "3 iprob = 20"}));
+    EXPECT_EQ(log.messages(), (Texts{"3 10/102: does not exist. updating from 10/0.iprob = 20"}));
     log.clear();
     store.put(10, 102, PersistentSystemInfo{2, 13, 1.0});
     system.updateFrom(store);
-    EXPECT_EQ(log.messages(), (Texts{"3 10/102 exists.", "3 iprob = 20"}));
+    EXPECT_EQ(log.messages(), (Texts{"3 10/102 exists.iprob = 20"}));
     log.clear();
     store.put(10, 102, PersistentSystemInfo{1, 13, 1.0});
     system.updateFrom(store);
-    EXPECT_EQ(log.messages(),
-              (Texts{"3 10/102 exists.", "3 10/102: upgrading from previous version.", "3 iprob = 20"}));
+    EXPECT_EQ(log.messages(), (Texts{"3 10/102 exists.10/102: upgrading from previous version.iprob = 20"}));
 }
 
-TEST(SystemUpdateFrom, AListenerThatThrowsEndsIt) {
+TEST(SystemUpdateFrom, AListenerThatThrowsHearsOfItWhenAllIsDone) {
     struct Throwing : ILogListener {
         void onLog(const std::string&, const std::string&, LogLevel, const std::string&) override {
             throw std::runtime_error("listener");
         }
     };
     addLogListener("sys", boost::make_shared<Throwing>());
-    SystemStore store(systemRecord(0, -3));
+    SystemStore store(systemRecord(0, -3, 0.01F));
     System system;
-    EXPECT_THROW(system.updateFrom(store), std::runtime_error);
-    clearLogs();
     EXPECT_TRUE(system.updateFrom(store));
+    clearLogs();
+    EXPECT_EQ(system.drawingUnit(), 15);
+    EXPECT_DOUBLE_EQ(system.converter().toCdb(100.0), 100.0 * static_cast<double>(0.01F));
+}
+
+TEST(SystemUpdateFrom, WhatFailsBehindTheRecordLeavesTheDefaultUnit) {
+    struct Failing : SystemStore {
+        using SystemStore::SystemStore;
+        cdb::cd_error_t read(int kwh, int kwl, void* data, std::size_t& len,
+                             cdb::CdbReadWriteMode mode) const override {
+            if (fails && kwh == 10 && kwl == 102)
+                throw std::runtime_error("store");
+            return SystemStore::read(kwh, kwl, data, len, mode);
+        }
+        bool fails = false;
+    };
+    LogRecorder log("sys");
+    Failing store(systemRecord(0, -3));
+    store.put(10, 102, PersistentSystemInfo{2, 16, 0.001});
+    System system;
+    ASSERT_TRUE(system.updateFrom(store));
+    ASSERT_EQ(system.drawingUnit(), 16);
+    log.clear();
+    store.fails = true;
+    EXPECT_THROW(system.updateFrom(store), std::runtime_error);
+    EXPECT_EQ(system.drawingUnit(), 13);
+    EXPECT_EQ(system.scaleWcs2Cdb(), 1.0);
+    EXPECT_EQ(log.messages(), Texts()) << "nothing was told before";
 }
 
 TEST(SystemUpdateFrom, AStoreWithTheSystemRecordAloneIsMeasured) {

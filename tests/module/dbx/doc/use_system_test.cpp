@@ -2,8 +2,7 @@
 
 #include "base/exceptions.h"
 #include "dbsymtb.h"
-#include "dbx/doc/database_element_base.h"
-#include "dbx/doc/system_manager.h"
+#include "dbx/doc/doc.h"
 #include "platform/sanitizer.h"
 #include "platform/text.h"
 #include "support/report_recorder.h"

@@ -3,11 +3,13 @@
 #include "base/exceptions.h"
 #include "embedded/memory_filer.h"
 #include "module/dbx/elem/element_streams.h"
+#include "property_tree/arx/property_tree_filer.h"
 
 #include <algorithm>
 #include <stdexcept>
 
 using namespace testing_support;
+using orv::PropertyTree;
 using orv::elem::ElementBase;
 using orv::smartassert::Severity;
 
@@ -394,6 +396,7 @@ TEST_F(ElementStreamFailures, AnIdOfAPluginBeyondAsciiIsReportedBothWays) {
     readAll(element, stream);
     EXPECT_EQ(reports.conditions(), Texts{kIdCondition});
     EXPECT_EQ(console.text(), L"Warning: Plugin type not registered: test.\u00E4!\n");
+    EXPECT_EQ(element.unknownPlugins().front().first, "test.\xc3\xa4") << "UTF-8, which the writer takes";
     EXPECT_EQ(linesOf(element), stream);
     EXPECT_EQ(reports.conditions(), (Texts{kIdCondition, kIdCondition}));
 }
@@ -459,6 +462,21 @@ TEST_F(ElementStreamFailures, APropertyThatCannotBeFiledStopsTheWriting) {
     plugin.setProperties().clear();
     plugin.properties(AcDb::kForWrite) = singleNode("k", boost::any(1u));
     EXPECT_EQ(static_cast<int>(element.outStream(filer)), 22);
+}
+
+TEST_F(ElementStreamFailures, ATreeThatIsTooDeepStopsTheWriting) {
+    PropertyTree tree;
+    PropertyTree* node = &tree;
+    for (std::size_t depth = 0; depth < orv::property_tree::kMaxDepth; ++depth)
+        node = &node->push_back({"n", PropertyTree()})->second;
+    element.properties(AcDb::kForWrite) = tree;
+    ScriptFiler filer;
+    EXPECT_EQ(element.outStream(filer), Acad::eOk);
+    node->push_back({"n", PropertyTree()});
+    element.properties(AcDb::kForWrite) = tree;
+    EXPECT_EQ(static_cast<int>(element.outStream(filer)), 33);
+    element.properties(AcDb::kForWrite) = PropertyTree(boost::any(1));
+    EXPECT_EQ(static_cast<int>(element.outStream(filer)), 3);
 }
 
 TEST_F(ElementStreamFailures, APropertyOfAnUnknownTypeMakesAProxyOfTheElement) {

@@ -109,3 +109,22 @@ TEST_F(LegacyLoadDamage, NoWrongBitOfTheCurvesNameIsTaken) {
         EXPECT_NE(read(load, damaged), Acad::eOk) << bit;
     }
 }
+
+// Its section is there and nobody asks for it: the end is looked for one byte too early.
+TEST_F(LegacyLoadDamage, ASectionOfAPluginWhoseCodeIsMissingPutsTheEndOutOfPlace) {
+    struct GoneLoad : PlainLoad {
+        const std::string& pluginId() const override {
+            static const std::string s_id = "test.load.gone";
+            return s_id;
+        }
+    };
+    ORV_Load load;
+    load.setNodDatabaseId(AcDbObjectId(), L"AB");
+    addPluginTo<GoneLoad>(load);
+    const Bytes filed = bytesOf(load);
+    ORV_Load back;
+    EXPECT_EQ(read(back, filed), Acad::eOk);
+    EXPECT_EQ(back.unknownPlugins().size(), 1u);
+    EXPECT_EQ(reports.conditions(), Texts{"magicNo == kMagic"});
+    EXPECT_EQ(bytesOf(back).size(), filed.size() - 1) << "filed without a section from then on";
+}

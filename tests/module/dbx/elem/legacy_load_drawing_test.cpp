@@ -346,7 +346,7 @@ TEST_F(LegacyLoadInDrawing, CloningALoadWithAnElementLoadAnswers2AndMakesNothing
 
 TEST_F(LegacyLoadInDrawing, ACloneByItselfHasItAll) {
     const AcDbObjectId id = full();
-    look(id, [this, &id](ORV_Load& load) {
+    look(id, [this](ORV_Load& load) {
         const std::unique_ptr<AcRxObject> copied(load.clone());
         ORV_Load* const copy = ORV_Load::cast(copied.get());
         ASSERT_NE(copy, nullptr);

@@ -70,7 +70,7 @@ protected:
 // Points.
 
 TEST_F(LegacyLoadEdit, StretchPointsAreThePointsOfAllVertices) {
-    change(loadWith(), [this](ORV_Load& load) {
+    change(loadWith(), [](ORV_Load& load) {
         detach(load, 1);
         AcGePoint3dArray points;
         points.append(AcGePoint3d(7, 7, 7));
@@ -240,6 +240,21 @@ TEST_F(LegacyLoadEdit, GripsOfOthersMoveNothing) {
     });
 }
 
+TEST_F(LegacyLoadEdit, GripsOfALoadInAnotherDrawingMoveNothing) {
+    AcDbDatabase other(true);
+    auto* const load = new ORV_Load;
+    load->setVertices(verticesOf(3));
+    addPluginTo<FreeLoad>(*load);
+    look(putEntity(other, load), [this](ORV_Load& elsewhere) {
+        const GripsOf grips(elsewhere);
+        change(loadWith(), [this, &grips](ORV_Load& here) {
+            EXPECT_EQ(here.moveGripPointsAt(grips.held({1}), {0, 3, 0}, 0), Acad::eOk);
+            EXPECT_EQ(pointsOf(here), kThree);
+        });
+        EXPECT_EQ(pointsOf(elsewhere), kThree);
+    });
+}
+
 TEST_F(LegacyLoadEdit, AGripThatMovesSomethingElseIsReported) {
     const AcDbObjectId id = line();
     change(loadWith(), [this, &id](ORV_Load& load) {
@@ -284,7 +299,7 @@ TEST_F(LegacyLoadEdit, UndoTakesAMovedGripBack) {
 // Stretching.
 
 TEST_F(LegacyLoadEdit, AStretchMovesTheVerticesThatItNames) {
-    change(loadWith(), [this](ORV_Load& load) {
+    change(loadWith(), [](ORV_Load& load) {
         detach(load, 2);
         EXPECT_EQ(load.moveStretchPointsAt(indices({2, 0}), {0, 0, 4}), Acad::eOk);
         EXPECT_EQ(pointsOf(load), (Points{{0, 0, 4}, {1, 0, 0}, {2, 0, 4}}));

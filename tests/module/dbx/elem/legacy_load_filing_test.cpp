@@ -1,8 +1,10 @@
 // The fields of the load entity, call by call in both directions.
 
+#include "embedded/memory_filer.h"
 #include "module/dbx/elem/legacy_loads.h"
 #include "module/dbx/elem/plugin_bodies.h"
 #include "rxclass.h"
+#include "support/archive_bytes.h"
 #include "support/beep_recorder.h"
 
 #include <stdexcept>
@@ -191,6 +193,45 @@ TEST_F(LegacyLoadFiling, ALoadThatIsReadAgainHasTheNewStreamsCurvesAlone) {
     readAllFields(load, threePlugins(kNoCurve));
     EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
     EXPECT_EQ(fieldsOf(load), threePlugins(kNoCurve));
+}
+
+TEST_F(LegacyLoadFiling, InRawWidthsALoadWithACurve) {
+    const std::string golden =
+        // Version; the element's: version, one record, its id.
+        "03 00 00 00 06 00 00 00 01 00 00 00 0f 00 00 00 74 00 65 00 73 00 74 00 2e 00 6c 00 6f 00 61 00 64 "
+        "00 2e 00 70 00 6c 00 61 00 69 00 6e 00 "
+        // The plugin's 32 bytes, one soft id, no hard one, no properties, an empty tree.
+        "20 00 00 00 01 00 00 00 03 00 00 00 0a 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 c1 d8 c5 57 "
+        "e5 7d db af 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01 00 00 00 45 ac ef fe ca "
+        // The link, the load's 34 bytes, no properties, an empty tree, no log, the element's end.
+        "10 00 00 00 00 00 00 00 02 00 00 00 41 00 42 00 22 00 00 00 08 00 00 00 0a 00 01 00 00 00 00 00 00 "
+        "00 00 00 00 01 00 00 00 01 00 00 00 00 00 00 00 00 4d 6a 7e fd 00 00 00 00 01 00 00 00 45 ac ef fe "
+        "ca 00 af 56 64 73 "
+        // What it acts on; a curve, of the class ORV_SegmentedCurve.
+        "2a 00 00 00 00 00 00 00 01 12 00 00 00 4f 00 52 00 56 00 5f 00 53 00 65 00 67 00 6d 00 65 00 6e 00 "
+        "74 00 65 00 64 00 43 00 75 00 72 00 76 00 65 00 "
+        // Version, one piece, from the origin straight to (1, 2, -0.5), the curve's end and the load's.
+        "01 00 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 "
+        "00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 40 00 00 00 00 00 00 e0 bf d3 b1 6c 5e 25 63 fe af";
+    orv::CurveSegment line;
+    ASSERT_TRUE(orv::CurveSegment::line({0, 0, 0}, {1, 2, -0.5}, line));
+    const auto curve = boost::make_shared<ORV_SegmentedCurve>();
+    ASSERT_EQ(curve->append(line), Acad::eOk);
+    ownCurve(addPluginTo<PlainLoad>(load)) = curve;
+    load.setNodDatabaseId(idOf(0x10), L"AB");
+    load.setElement(idOf(0x2a));
+    std::vector<std::uint8_t> bytes;
+    embedded::MemoryFiler out(AcDb::kFileFiler, bytes);
+    EXPECT_EQ(load.dwgOutFields(&out), Acad::eOk);
+    EXPECT_EQ(hexOf(bytes), golden);
+    const std::vector<unsigned char> filed = fromHex(golden);
+    ORV_Load back;
+    embedded::MemoryFiler in(AcDb::kFileFiler, filed.data(), filed.size());
+    EXPECT_EQ(back.dwgInFields(&in), Acad::eOk);
+    EXPECT_EQ(in.left(), 0u);
+    EXPECT_EQ(back.getElement(), idOf(0x2a));
+    ASSERT_TRUE(ownCurve(pluginAt<PlainLoad>(back, 0)));
+    EXPECT_EQ(ownCurve(pluginAt<PlainLoad>(back, 0))->endPoint(), AcGePoint3d(1, 2, -0.5));
 }
 
 TEST_F(LegacyLoadFiling, ToACopyTheHostsPartComesFirst) {

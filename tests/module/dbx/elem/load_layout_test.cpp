@@ -1,9 +1,8 @@
 // How arrows are laid out along a curve, and when.
 
 #include "module/dbx/elem/drawn_loads.h"
+#include "support/beep_recorder.h"
 #include "support/report_recorder.h"
-
-#include "geplane.h"
 
 #include <gtest/gtest.h>
 
@@ -93,15 +92,16 @@ TEST_F(LoadLayoutTest, aSpacingOfNothingIsReportedAndReplacedByTheStoresUsualOne
 }
 
 TEST_F(LoadLayoutTest, theReplacementFollowsTheStoresUnit) {
-    orv::typeCDB_SYST record = systemRecord(0, -3, 1.0F);
-    FilledSystem ofRecord(record);
-    ofRecord.visSettings().setSize(3, 0.0);
-    const double unit = ofRecord.converter().fromCdb(1.0);
-    loaded.member.system = &ofRecord;
-    loaded.through({{0, 0, 0}, {6.1 * unit, 0, 0}}).values([](double, double) { return 1.0; });
+    SystemStore store(systemRecord(0, -3));
+    store.put(10, 102, orv::PersistentSystemInfo{2, 16, 0.001});
+    orv::System inMillimetres;
+    ASSERT_TRUE(inMillimetres.updateFrom(store));
+    inMillimetres.visSettings().setSize(3, 0.0);
+    loaded.member.system = &inMillimetres;
+    loaded.through({{0, 0, 0}, {6100, 0, 0}}).values([](double, double) { return 1.0; });
     ReportRecorder reports;
     loaded.draw();
-    EXPECT_EQ(loaded->laidOut.vertices.size(), 11U);
+    EXPECT_EQ(loaded->laidOut.vertices.size(), 11U); // 600 apart, or a little more
 }
 
 TEST_F(LoadLayoutTest, eachArrowTellsWhereItIsHowLargeAndWhichWay) {
@@ -373,7 +373,9 @@ TEST_F(LoadLayoutTest, anExceptionOfTheValuesEndsTheDrawingAndAsksForTheLayoutAg
             return 1.0;
         };
     };
+    BeepRecorder beeps;
     const auto list = loaded.draw();
+    EXPECT_EQ(beeps.lines().size(), 1U);
     EXPECT_TRUE(worldPart(list).empty());
     EXPECT_TRUE(list.failures.empty());
     EXPECT_TRUE(loaded->refreshGraphics());

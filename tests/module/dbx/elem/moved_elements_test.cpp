@@ -163,6 +163,19 @@ TEST_F(MovedElementsTest, NullIsReportedAndTakenForTheWorkingDrawing) {
     EXPECT_EQ(m_reports.conditions(), Texts{"db != 0"});
 }
 
+TEST_F(MovedElementsTest, WithoutAWorkingDrawingNullHasAListOfItsOwn) {
+    MovedElements& here = MovedElements::instance(&m_db);
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    MovedElements& none = MovedElements::instance(nullptr);
+    none.queuePostCloneProcessing();
+    EXPECT_TRUE(MovedElements::instance(nullptr).isPostCloneProcessingQueued());
+    none.clear();
+    acdbHostApplicationServices()->setWorkingDatabase(&m_db);
+    EXPECT_NE(&none, &here);
+    EXPECT_EQ(&MovedElements::instance(nullptr), &here);
+    EXPECT_EQ(m_reports.conditions(), Texts(3, "db != 0"));
+}
+
 TEST_F(MovedElementsTest, WithItsDrawingTheListGoesAndNoHandlerRuns) {
     alignas(AcDbDatabase) unsigned char place[sizeof(AcDbDatabase)];
     auto* db = new (place) AcDbDatabase(true);

@@ -284,12 +284,19 @@ TEST_F(GeneralInDrawing, ValuesUnderNamesGoFromElementToElement) {
     });
 }
 
-TEST_F(GeneralInDrawing, AGroupOfAnotherTypeEndsTheLoadingOfTheElement) {
+TEST_F(GeneralInDrawing, AGroupOfAnotherTypeIsReportedAndStaysAndTheRestIsLoaded) {
     BeepRecorder beeps;
-    withElement(element(), AcDb::kForWrite, [](TestElement& to) {
+    ReportRecorder reports;
+    KeyValueStorage storage;
+    storage.set("general/group", 5u).set("general/number", 8).set("general/name", std::wstring(L"C2"));
+    withElement(element(), AcDb::kForWrite, [&storage](TestElement& to) {
         to.setProperties().add(30003, std::wstring(L"group"));
-        EXPECT_FALSE(to.load(KeyValueStorage()));
-        EXPECT_EQ(generalOf(to).getNumber(), 7u);
+        EXPECT_TRUE(to.load(storage));
+        EXPECT_EQ(to.setProperties().getCasted<std::wstring>(30003), L"group");
+        EXPECT_EQ(generalOf(to).getNumber(), 8u);
+        EXPECT_EQ(generalOf(to).getName(), L"C2");
     });
-    EXPECT_EQ(beeps.lines().size(), 1u);
+    EXPECT_EQ(reports.conditions(), Texts{"isSet"});
+    EXPECT_EQ(reports.at(0).message, "the group is of another type");
+    EXPECT_EQ(beeps.lines().size(), 0u);
 }

@@ -515,3 +515,31 @@ TEST(PropertyTreeValue, ATextOfNoLengthReadsNoBytes) {
     EXPECT_EQ(filer.calls, (Texts{"readInt8", "readUInt32"}));
     EXPECT_TRUE(identical(value, boost::any(std::string())));
 }
+
+TEST(PropertyTreeValue, ALongTextIsReadByOneCallAsItIsWritten) {
+    const std::string text(1000000, 'x');
+    ValueRecordingFiler out;
+    EXPECT_EQ(dwgOutValue(out, boost::any(text)), Acad::eOk);
+    ASSERT_EQ(out.calls.size(), 3u);
+    EXPECT_EQ(out.calls[1], "writeUInt32 1000000");
+    EXPECT_EQ(out.calls[2].substr(0, 19), "writeBytes 1000000:");
+    ValueRecordingFiler in;
+    in.feed<Adesk::Int8>('s').feed<Adesk::UInt32>(1000000).feedBytes(text);
+    boost::any value;
+    EXPECT_EQ(dwgInValue(in, value), Acad::eOk);
+    EXPECT_EQ(in.calls, (Texts{"readInt8", "readUInt32", "readBytes 1000000"}));
+    EXPECT_TRUE(identical(value, boost::any(text)));
+}
+
+TEST(PropertyTreeFiler, ALongKeyIsReadByOneCall) {
+    const std::string key(1000000, 'k');
+    ValueRecordingFiler in;
+    in.feed<Adesk::Int32>(1);
+    feedKey(in, key);
+    in.feed<Adesk::Int8>('N').feed(kE).feed(kE).feed(kMagic);
+    PropertyTree tree;
+    EXPECT_EQ(dwgIn(in, tree), Acad::eOk);
+    EXPECT_EQ(in.calls[3], "readBytes 1000000");
+    ASSERT_EQ(tree.size(), 1u);
+    EXPECT_EQ(tree.front().first, key);
+}
