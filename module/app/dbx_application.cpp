@@ -84,7 +84,7 @@ AcRx::AppRetCode DBX_Application::On_kInitAppMsg(void* packet) {
 
 AcRx::AppRetCode DBX_Application::On_kUnloadAppMsg(void* packet) {
     for (auto name = m_dependencies.rbegin(); name != m_dependencies.rend(); ++name)
-        linker()->unloadModule(name->c_str(), false);
+        unloadModule(name->c_str());
     ExtensionRecord& extension = ExtensionRecord::instance();
     if (m_moduleHandle != nullptr && extension.isAttached())
         extension.detach();

@@ -13,4 +13,9 @@ AcRxDynamicLinker* linker() {
     return static_cast<AcRxDynamicLinker*>(entry);
 }
 
+void unloadModule(const wchar_t* name) {
+    if (AcRxDynamicLinker* const present = linker())
+        present->unloadModule(name, false);
+}
+
 } // namespace orv

@@ -35,9 +35,6 @@ constexpr const wchar_t* kFamily[] = {
     L"orv_brisel191_x64.dbx",
 };
 
-// A module that is not loaded is no failure.
-void unload(const wchar_t* module) { orv::linker()->unloadModule(module, false); }
-
 Taldork_DBX_Application s_application;
 
 } // namespace
@@ -47,11 +44,11 @@ Taldork_DBX_Application::Taldork_DBX_Application() : orv::DBX_Application(kModul
 Taldork_DBX_Application::~Taldork_DBX_Application() = default;
 
 AcRx::AppRetCode Taldork_DBX_Application::On_kUnloadAppMsg(void* packet) {
-    unload(kCommandModule);
+    orv::unloadModule(kCommandModule);
     // What the family's modules have registered there points into their code, which is still loaded here.
     orv::KeyValueSerialization::instance().clear();
     for (const wchar_t* const module : kFamily)
-        unload(module);
+        orv::unloadModule(module);
     return orv::DBX_Application::On_kUnloadAppMsg(packet);
 }
 

@@ -6,7 +6,9 @@ set(TEST_SOURCES
   dbx/elem/load_export_test.cpp
   dbx/elem/load_hatch_test.cpp
   dbx/elem/load_layout_test.cpp
+  dbx/elem/load_lists_test.cpp
   dbx/elem/load_own_curve_test.cpp
   dbx/elem/load_pictures_test.cpp
-  dbx/elem/load_plugins.cpp)
+  dbx/elem/load_plugins.cpp
+  dbx/elem/loaded_shapes.cpp)
 set(TEST_LIBRARIES picture_support)

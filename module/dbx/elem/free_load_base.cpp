@@ -4,8 +4,7 @@
 #include "base/key_value_storage.h"
 #include "base/product_name.h"
 #include "dbx/elem/load_base.h"
-#include "dbx/in_archive.h"
-#include "dbx/out_archive.h"
+#include "dbx/elem/load_filing.h"
 #include "orvcore/warn_on_new_version.h"
 
 namespace orv::elem {
@@ -102,9 +101,7 @@ bool FreeLoadBase::onSave(serialization::IOutArchive& archive) const {
     write32(archive, m_projection);
     archive << m_depth;
     write32(archive, m_referenceType);
-    archive << static_cast<unsigned int>(m_affectedNos.size());
-    for (const unsigned int number : m_affectedNos)
-        archive << number;
+    writeNumbers(archive, m_affectedNos);
     archive << kMagic;
     return true;
 }
@@ -137,13 +134,7 @@ void FreeLoadBase::readData(serialization::IInArchive& archive, unsigned int ver
         m_depth = 0.0;
     }
     m_affectedNos.clear();
-    unsigned int count = 0;
-    archive >> count;
-    for (unsigned int i = 0; i < count; ++i) {
-        unsigned int number = 0;
-        archive >> number;
-        m_affectedNos.insert(number);
-    }
+    readNumbers(archive, m_affectedNos);
 }
 
 bool FreeLoadBase::onSave(KeyValueStorage& storage) const {

@@ -1,6 +1,7 @@
 #include "dbx/elem/generic_load.h"
 
 #include "base/assert.h"
+#include "dbx/elem/load_visualization_data.h"
 #include "dbx/elem/plugin_connected_elements.h"
 #include "dbx/elem/plugin_general.h"
 #include "orvcore/transaction_manager.h"
@@ -8,6 +9,8 @@
 
 #include "dbidmap.h"
 #include "dbmain.h"
+
+#include <utility>
 
 namespace orv::elem {
 
@@ -203,6 +206,24 @@ void GenericLoad::getPointAt(int index, AcGePoint3d& point) const {
 
 bool GenericLoad::refreshGraphics() const { return m_refreshGraphics; }
 void GenericLoad::requestRefreshGraphics() { m_refreshGraphics = true; }
+
+const boost::shared_ptr<ORV_SegmentedCurve>& GenericLoad::getOwnCurve() const {
+    assertReadEnabled();
+    return m_visCurve;
+}
+
+void GenericLoad::setOwnCurve(boost::shared_ptr<ORV_SegmentedCurve> curve) {
+    assertWriteEnabled();
+    m_refreshGraphics = true;
+    dropCurve();
+    m_visCurve = std::move(curve);
+}
+
+void GenericLoad::dropCurve() {
+    if (m_vis && m_vis->visCurve == m_visCurve.get())
+        m_vis->visCurve = nullptr; // the picture does not own it
+    m_visCurve.reset();
+}
 
 boost::optional<AcGeMatrix3d> GenericLoad::getElementXform() const {
     if (!isLocal(m_type) || m_element.isNull())

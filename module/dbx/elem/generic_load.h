@@ -154,26 +154,44 @@ public:
     bool refreshGraphics() const;
     void requestRefreshGraphics();
 
-    // Which place of a line load's text comes to its point, by the load's direction. Middle centre without
-    // it. For all loads.
+    // Which place of a line load's text comes to its point, by the load's direction. It is asked when the dot
+    // of the text was drawn; what it throws passes through, and the text is not drawn then. Without it, or
+    // with an empty one: middle centre. One for all loads: it is kept until another one, or an empty one, is
+    // set, so whoever sets one of their own takes it back before their code goes.
     static void setAttachmentCallback(AttachmentCallback callback);
 
-    // Of a local load on an element: the coordinate system that this has (Plugin_General), if it can be had
-    // and has one.
+    // Of a local load on an element: the element's own coordinate system in the drawing's world, as its first
+    // Plugin_General tells it. None for any other load; for an element that is erased, a proxy, or cannot be
+    // opened for reading (as while somebody has it open for writing); without such a plugin; and where the
+    // plugin has none. No check of the owner. What the plugin throws passes through.
     boost::optional<AcGeMatrix3d> getElementXform() const;
 
-    // A line or area load as points with values, at most 63, in the drawing's world: the outline with chords
-    // for arcs. Empty for point and volume loads, for one without a curve, and, with a report, for one
-    // whose system cannot be told or whose picture cannot be prepared.
+    // A line or area load as points with values, at most 63, in the drawing's world: along its curve, in
+    // chords of five point sizes of the system at most, unless 63 are too few for that. Empty for point and
+    // volume loads, for one without a curve, and, with a report, for one whose system cannot be told or whose
+    // picture cannot be prepared, and one that got no value function. What is drawn stays as it is.
+    //
+    // Read, unless it is empty before anything is prepared. What the owner's check, setupInterpolationData,
+    // the value function and a Plugin_General throw passes through, and so do the exceptions of UseSystem.
     std::deque<Vertex> getVerticesForExport();
     // Of a projected load on an element that is a curve: the loaded part of that curve, by the positions of
-    // the first and the last vertex. Null for any other; with a report where that fails.
+    // the first and the last vertex, as a curve in no drawing; the caller's. Null for any other, and for one
+    // without vertices; with a report for an element that is erased, no curve or cannot be opened for
+    // reading, and for a part that no curve can be made of, as one without length. No check of the owner.
     std::unique_ptr<ORV_SegmentedCurve> getExportCurveForProjectedLoad() const;
 
 protected:
+    // Read; write. The curve that a line or area load is drawn along where its element is no curve, or an
+    // empty one; null without one. Shared with whoever set it: who changes it asks for new arrows
+    // (requestRefreshGraphics). A load's own data do not have it: the load entity (ORV_Load) files it, and
+    // loading drops it.
+    const boost::shared_ptr<ORV_SegmentedCurve>& getOwnCurve() const;
+    void setOwnCurve(boost::shared_ptr<ORV_SegmentedCurve> curve);
+
     // Of line and area loads: draws the name and the text of a vertex, and a dot at the arrow's tail, at a
     // distance along the curve or at a point. Draws nothing without a text, or before the load was drawn. An
-    // index that names no vertex is reported.
+    // index that names no vertex is reported. What the value function throws passes through, and so does that
+    // it is not the one that is asked (boost::bad_function_call).
     void _draw_lineload_text_at(AcadViewportDraw& vd, System& system, double dist, unsigned int vertexIndex);
     void _draw_areaload_text_at(AcadViewportDraw& vd, System& system, const AcGePoint3d& point,
                                 unsigned int vertexIndex, const std::wstring& prefix);

@@ -5,6 +5,7 @@
 #include "dbx/elem/generic_load.h"
 #include "dbx/elem/load_draw.h"
 #include "dbx/elem/load_sampling.h"
+#include "dbx/elem/load_settings.h"
 #include "dbx/elem/load_visualization_data.h"
 #include "orvshape/acad_draw.h"
 #include "orvshape/arrow_head.h"
@@ -19,9 +20,6 @@
 namespace orv::elem {
 
 namespace {
-
-constexpr int kArrowHeadSize = 2;
-constexpr int kTextSize = 4;
 
 constexpr double kLoadShade = 0.9;
 
@@ -128,7 +126,7 @@ void GenericLoad::onViewportDraw(AcadViewportDraw& vd, System& system) {
     if (m_distribution != kPointLoad)
         return;
     const AcGeVector3d direction = getDirection(system);
-    vd.textSize(system.visSettings().getSize(kTextSize));
+    vd.textSize(system.visSettings().getSize(kLoadTextSize));
     const std::deque<Vertex>& vertices = m_vertices;
     ORV_ASSERT(vertices.size() == 1)(vertices.size());
     if (!isHidden()) {

@@ -31,13 +31,11 @@ std::unique_ptr<ORV_SegmentedCurve> GenericLoad::getExportCurveForProjectedLoad(
     transaction.getObject(object, m_element, AcDb::kForRead, false, false);
     const auto* const refCrv = dynamic_cast<const ORV_SegmentedCurve*>(object);
     ORV_ASSERT(refCrv);
-    const std::deque<Vertex>& vertices = m_vertices;
-    ORV_ASSERT(!vertices.empty());
-    if (refCrv == nullptr || vertices.empty())
+    if (refCrv == nullptr || m_vertices.empty())
         return nullptr;
     const double length = detail::distancesOf(*refCrv).length();
-    const double param1 = distanceAlong(vertices.front(), length);
-    const double param2 = distanceAlong(vertices.back(), length);
+    const double param1 = distanceAlong(m_vertices.front(), length);
+    const double param2 = distanceAlong(m_vertices.back(), length);
     std::unique_ptr<ORV_SegmentedCurve> newCrv;
     if (refCrv->createCurve(param1, param2, newCrv) != Acad::eOk) {
         orv::detail::AssertSite("refCrv->createCurve(param1,param2,newCrv)", __FILE__, __LINE__);

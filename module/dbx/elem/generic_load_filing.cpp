@@ -5,13 +5,11 @@
 #include "base/product_name.h"
 #include "dbx/elem/generic_load.h"
 #include "dbx/elem/load_base.h"
-#include "dbx/elem/load_visualization_data.h"
-#include "dbx/in_archive.h"
-#include "dbx/out_archive.h"
+#include "dbx/elem/load_filing.h"
+#include "dbx/elem/load_settings.h"
 #include "orvcore/warn_on_new_version.h"
 
 #include <cmath>
-#include <cstdint>
 
 namespace orv::elem {
 
@@ -20,21 +18,6 @@ namespace {
 // The first versions that have more than an end, and these.
 constexpr unsigned int kHasData = 2;
 constexpr unsigned int kHasElement = 3;
-
-// The property of the load's element that holds its name.
-constexpr unsigned int kNameKey = 30001;
-
-template <class Number>
-void write16(serialization::IOutArchive& archive, Number number) {
-    archive << static_cast<std::uint16_t>(number);
-}
-
-template <class Number>
-void read16(serialization::IInArchive& archive, Number& number) {
-    std::uint16_t filed = 0;
-    archive >> filed;
-    number = static_cast<Number>(filed);
-}
 
 // The part of a line that is loaded, as shares of the whole: free at the start, loaded, free at the end.
 void putStretch(KeyValueStorage& storage, const std::string& prefix, const LoadVertex& first,
@@ -51,17 +34,15 @@ void putStretch(KeyValueStorage& storage, const std::string& prefix, const LoadV
 
 bool GenericLoad::onSave(serialization::IOutArchive& archive) const {
     archive << kVersion;
-    write16(archive, m_type);
-    write16(archive, m_class);
-    write16(archive, m_category);
-    write16(archive, m_distribution);
+    writeShort(archive, m_type);
+    writeShort(archive, m_class);
+    writeShort(archive, m_category);
+    writeShort(archive, m_distribution);
     archive.softPointer(m_element); // a copied load does not take its element into another drawing
     archive << static_cast<unsigned int>(m_vertices.size());
     for (const Vertex& vertex : m_vertices)
         writeLoadVertex(archive, vertex);
-    archive << static_cast<unsigned int>(m_loadCases.size());
-    for (const unsigned int loadCase : m_loadCases)
-        archive << loadCase;
+    writeNumbers(archive, m_loadCases);
     archive << kMagic;
     return true;
 }
@@ -86,10 +67,10 @@ bool GenericLoad::onLoad(serialization::IInArchive& archive, unsigned int) {
 
 void GenericLoad::readData(serialization::IInArchive& archive, unsigned int version) {
     dropCurve();
-    read16(archive, m_type);
-    read16(archive, m_class);
-    read16(archive, m_category);
-    read16(archive, m_distribution);
+    readShort(archive, m_type);
+    readShort(archive, m_class);
+    readShort(archive, m_category);
+    readShort(archive, m_distribution);
     m_element.setNull();
     if (version >= kHasElement)
         archive.softPointer(m_element);
@@ -101,18 +82,7 @@ void GenericLoad::readData(serialization::IInArchive& archive, unsigned int vers
         readLoadVertex(archive, true, vertex);
         m_vertices.push_back(vertex);
     }
-    archive >> count;
-    for (unsigned int i = 0; i < count; ++i) {
-        unsigned int loadCase = 0;
-        archive >> loadCase;
-        m_loadCases.insert(loadCase);
-    }
-}
-
-void GenericLoad::dropCurve() {
-    if (m_vis && m_vis->visCurve == m_visCurve.get())
-        m_vis->visCurve = nullptr; // the picture does not own it
-    m_visCurve.reset();
+    readNumbers(archive, m_loadCases);
 }
 
 bool GenericLoad::onSave(KeyValueStorage& storage) const {
@@ -120,7 +90,7 @@ bool GenericLoad::onSave(KeyValueStorage& storage) const {
     LoadBase::createSaveString(m_distribution, m_element.isNull(), prefix);
     if (owner() != nullptr) {
         const ElementBase& element = *owner();
-        if (const auto name = element.getProperties().getValueNotThrow<std::wstring>(kNameKey))
+        if (const auto name = element.getProperties().getValueNotThrow<std::wstring>(kElementNameKey))
             storage.set(prefix + "name", *name);
     }
     if (!m_loadCases.empty())

@@ -4,6 +4,7 @@
 #include "base/assert.h"
 #include "dbx/doc/system.h"
 #include "dbx/elem/generic_load.h"
+#include "dbx/elem/load_settings.h"
 #include "dbx/elem/load_visualization_data.h"
 #include "orvshape/acad_draw.h"
 #include "orvshape/segmented_curve.h"
@@ -14,9 +15,7 @@ namespace orv::elem {
 
 namespace {
 
-constexpr int kTextSize = 4;
-constexpr unsigned int kNameKey = 30001; // of the element's properties
-constexpr double kDotOfText = 0.1;       // the dot's radius by the height of letters
+constexpr double kDotOfText = 0.1; // the dot's radius by the height of letters
 
 GenericLoad::AttachmentCallback& attachmentCallback() {
     static GenericLoad::AttachmentCallback s_callback;
@@ -47,7 +46,7 @@ void GenericLoad::setAttachmentCallback(AttachmentCallback callback) {
 std::wstring GenericLoad::getDisplayText(int index) const {
     std::wstring text;
     if (owner() != nullptr)
-        if (const auto name = owner()->getProperties().getValueNotThrow<std::wstring>(kNameKey))
+        if (const auto name = owner()->getProperties().getValueNotThrow<std::wstring>(kElementNameKey))
             text = name->empty() ? L"" : *name + L":";
     return text + getTextAt(index);
 }
@@ -58,7 +57,7 @@ struct GenericLoad::VertexText {
     AcGeVector3d direction; // of the load
     AcGePoint3d point;      // on the curve or in the area
     double value = 0.0;     // there
-    int attachment = AcDbMText::kMiddleCenter;
+    bool isAttachmentAsked = false; // else it is centred
 };
 
 void GenericLoad::drawVertexText(AcadViewportDraw& vd, const VertexText& shown) const {
@@ -69,7 +68,9 @@ void GenericLoad::drawVertexText(AcadViewportDraw& vd, const VertexText& shown) 
         const ScopedFill filled(vd.subEntityTraits());
         vd.circle(tail, shown.height * kDotOfText, viewDir);
     }
-    vd.textAttachment(shown.attachment);
+    // A copy, since what is called may set another one.
+    const AttachmentCallback callback = shown.isAttachmentAsked ? attachmentCallback() : AttachmentCallback();
+    vd.textAttachment(callback ? callback(shown.direction) : AcDbMText::kMiddleCenter);
     const double beyondTail = shown.value < 0.0 ? -shown.height : shown.height;
     vd.text(tail - shown.direction * beyondTail, shown.text, vd.viewRight(), viewDir);
 }
@@ -81,7 +82,7 @@ void GenericLoad::_draw_lineload_text_at(AcadViewportDraw& vd, System& system, d
         return;
     VertexText shown;
     shown.direction = getDirection(system);
-    shown.height = system.visSettings().getSize(kTextSize);
+    shown.height = system.visSettings().getSize(kLoadTextSize);
     vd.textSize(shown.height);
     shown.text = getDisplayText(static_cast<int>(vertexIndex));
     if (shown.text.empty())
@@ -91,8 +92,7 @@ void GenericLoad::_draw_lineload_text_at(AcadViewportDraw& vd, System& system, d
     checkErrorStatus(m_vis->visCurve->getPointAtDist(dist, pt), Acad::eOk,
                      "m_vis->visCurve->getPointAtDist(dist,pt)", __FILE__, __LINE__);
     shown.point = pt;
-    if (const AttachmentCallback& callback = attachmentCallback())
-        shown.attachment = callback(shown.direction);
+    shown.isAttachmentAsked = true;
     drawVertexText(vd, shown);
 }
 
@@ -103,7 +103,7 @@ void GenericLoad::_draw_areaload_text_at(AcadViewportDraw& vd, System& system, c
         return;
     VertexText shown;
     shown.direction = getDirection(system);
-    shown.height = system.visSettings().getSize(kTextSize);
+    shown.height = system.visSettings().getSize(kLoadTextSize);
     vd.textSize(shown.height);
     shown.text = prefix + getDisplayText(static_cast<int>(vertexIndex));
     if (shown.text.empty())

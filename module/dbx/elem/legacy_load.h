@@ -86,6 +86,7 @@ protected:
                                      Adesk::Boolean isPrimary) const override;
 
 private:
+    Acad::ErrorStatus appendVertexPoints(AcGePoint3dArray& points) const;
     void writeContent(AcDbDwgFiler& filer) const;
     Acad::ErrorStatus readContent(AcDbDwgFiler& filer);
     static void writeCurve(AcDbDwgFiler& filer, const GenericLoad& load);

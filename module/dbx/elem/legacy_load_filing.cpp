@@ -109,7 +109,7 @@ Acad::ErrorStatus ORV_Load::readContent(AcDbDwgFiler& filer) {
 }
 
 void ORV_Load::readCurve(AcDbDwgFiler& filer, GenericLoad& load) {
-    load.m_visCurve.reset();
+    load.dropCurve();
     bool hasCurve = false;
     ORV_ASSERT_STATUS(filer.readBool(&hasCurve));
     if (!hasCurve)

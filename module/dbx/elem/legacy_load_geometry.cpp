@@ -55,18 +55,22 @@ void drawGrip(AcGiViewportDraw& draw, const AcGePoint3d& point, AcDbGripOperatio
 
 } // namespace
 
-Acad::ErrorStatus ORV_Load::subGetStretchPoints(AcGePoint3dArray& stretchPoints) const {
+Acad::ErrorStatus ORV_Load::appendVertexPoints(AcGePoint3dArray& points) const {
     if (freeLoadOf(*this) == nullptr)
         return kNotImplemented;
     for (const Vertex& vertex : getVertices())
-        stretchPoints.append(vertex.point);
+        points.append(vertex.point);
     return Acad::eOk;
+}
+
+Acad::ErrorStatus ORV_Load::subGetStretchPoints(AcGePoint3dArray& stretchPoints) const {
+    return appendVertexPoints(stretchPoints);
 }
 
 Acad::ErrorStatus ORV_Load::subGetOsnapPoints(AcDb::OsnapMode, Adesk::GsMarker, const AcGePoint3d&,
                                               const AcGePoint3d&, const AcGeMatrix3d&,
                                               AcGePoint3dArray& snapPoints, AcDbIntArray&) const {
-    return subGetStretchPoints(snapPoints);
+    return appendVertexPoints(snapPoints);
 }
 
 Acad::ErrorStatus ORV_Load::subGetGripPoints(AcDbGripDataPtrArray& grips, double, int, const AcGeVector3d&,

@@ -5,14 +5,12 @@
 #include "base/product_name.h"
 #include "dbx/elem/free_load_base.h"
 #include "dbx/elem/load_filing.h"
+#include "dbx/elem/load_settings.h"
 #include "orvcore/warn_on_new_version.h"
 
 namespace orv::elem {
 
 namespace {
-
-// The element's property that holds its name.
-constexpr unsigned int kNameKey = 30001;
 
 // The versions of the stream from which on it holds something.
 constexpr unsigned int kWithEndTexts = 2;
@@ -130,7 +128,7 @@ bool LoadBase::onSave(KeyValueStorage& storage) const {
     const FreeLoadBase* const freeLoad = freeLoadOf(*this);
     std::string prefix;
     createSaveString(m_distribution, freeLoad != nullptr, prefix);
-    if (const auto name = getProperties().getValueNotThrow<std::wstring>(kNameKey))
+    if (const auto name = getProperties().getValueNotThrow<std::wstring>(kElementNameKey))
         storage.set(prefix + "name", *name);
     if (!m_loadCases.empty())
         storage.set(prefix + "loadcase", static_cast<int>(*m_loadCases.begin()));

@@ -85,10 +85,7 @@ void readGeometry(KeyValueTreeReaderWriter& rw, boost::optional<EditTwoVerticesD
     geometry = read;
 }
 
-bool isSamePosition(double left, double right) {
-    constexpr double kTolerance = 2.220446049250313e-10;
-    return std::abs(left - right) < kTolerance;
-}
+bool isSamePosition(double left, double right) { return std::abs(left - right) < kLoadValueTolerance; }
 
 // A missing value is like a zero.
 bool isEqualOptional(const boost::optional<double>& left, const boost::optional<double>& right) {

@@ -4,6 +4,7 @@
 #include "base/assert.h"
 #include "dbx/doc/system.h"
 #include "dbx/elem/load_sampling.h"
+#include "dbx/elem/load_settings.h"
 #include "orvshape/geom.h"
 #include "orvshape/segmented_curve.h"
 
@@ -18,7 +19,6 @@ namespace orv::elem {
 
 namespace {
 
-constexpr int kArrowSpacingSize = 3;
 constexpr double kSpacesPerArrow = 8.0;
 // From that release on the host measures a pattern in other units.
 constexpr double kNewPatternUnit = 0.05;

@@ -3,12 +3,15 @@
 #include "arx/types.h"
 #include "base/assert.h"
 #include "dbx/doc/system.h"
+#include "dbx/elem/load_settings.h"
+#include "dbx/elem/vertex_list_util.h"
 #include "orvshape/approximate_curve.h"
 #include "orvshape/segmented_curve.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <set>
 #include <utility>
 #include <vector>
@@ -17,15 +20,11 @@ namespace orv::elem::detail {
 
 namespace {
 
-// A spacing that is no further from 0 than that is none.
-constexpr double kNoSpacing = 2.220446049250313e-10;
-// What is taken instead, in the store's unit.
+// What is taken for a spacing of nothing, in the store's unit.
 constexpr double kUsualSpacing = 0.6;
 constexpr int kMostIntervals = kMostArrows - 1;
 // Longest chord of an export, in point sizes of the store.
 constexpr double kExportChordInPoints = 5.0;
-
-constexpr int kArrowSpacingSize = 3;
 
 bool canBeSampled(const LoadVisualizationData& visData) {
     ORV_ASSERT(visData.visCurve);
@@ -37,7 +36,7 @@ bool canBeSampled(const LoadVisualizationData& visData) {
 
 double arrowSpacing(const System& system) {
     const double spacing = system.visSettings().getSize(kArrowSpacingSize);
-    if (std::fabs(spacing) <= kNoSpacing) {
+    if (isEqualLoadValue(spacing, 0.0)) {
         ORV_ASSERT(0);
         return fromStore(system, kUsualSpacing);
     }
@@ -109,8 +108,10 @@ private:
     using Gap = std::pair<double, std::size_t>; // to the point before, and of which point
 
     const AcGePoint3d& pointAt(std::size_t index) const { return m_points[static_cast<int>(index)]; }
+    // One that is no number, and could not be ordered, is as wide as can be.
     Gap gapOf(std::size_t index) const {
-        return {pointAt(m_before[index]).distanceTo(pointAt(index)), index};
+        const double gap = pointAt(m_before[index]).distanceTo(pointAt(index));
+        return {std::isnan(gap) ? std::numeric_limits<double>::infinity() : gap, index};
     }
 
     void takeNearest() {

@@ -102,8 +102,6 @@ bool isDistinctReference(std::int64_t code) {
 }
 
 constexpr int kLogarithmicScale = 151; // a switch of the settings
-constexpr int kLoadSize = 7;           // sizes of the settings
-constexpr int kArrowHeadSize = 2;
 
 } // namespace
 
@@ -145,7 +143,7 @@ double scaleLoadValueForDisplay(const System& system, int type, double v) {
         const double sign = v < 0.0 ? -10.0 : 10.0;
         shown = std::log(std::abs(shown) * 0.1 + 1.0) * sign;
     }
-    return settings.getSize(kLoadSize) * shown;
+    return settings.getSize(kLoadUnitSize) * shown;
 }
 
 double getArrowHeadLen(const System& system, double value) {

@@ -5,14 +5,13 @@
 namespace orv::elem {
 
 bool isEqualLoadValue(double a, double b) {
-    constexpr double kTolerance = 2.220446049250313e-10;
     const double difference = std::abs(a - b);
-    if (difference <= kTolerance)
+    if (difference <= kLoadValueTolerance)
         return true;
     // Nothing is a small share of zero.
     if (a == 0.0 || b == 0.0)
         return false;
-    return std::abs(a) * kTolerance * 0.01 >= difference;
+    return std::abs(a) * kLoadValueTolerance * 0.01 >= difference;
 }
 
 void VertextListUtil::setValue(double value, Vertices& vertices) {

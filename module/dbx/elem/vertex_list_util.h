@@ -7,8 +7,10 @@
 
 namespace orv::elem {
 
-// The comparison of two numbers that loads go by: equal if they differ by no more than 2.220446049250313e-10,
-// or, where neither is 0, by that share of a hundredth of the first.
+constexpr double kLoadValueTolerance = 2.220446049250313e-10;
+
+// The comparison of two numbers that loads go by: equal if they differ by no more than the tolerance, or,
+// where neither is 0, by that share of a hundredth of the first.
 TALDORK_API bool isEqualLoadValue(double a, double b);
 
 // Works on the vertices of a load.

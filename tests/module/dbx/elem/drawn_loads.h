@@ -12,6 +12,7 @@
 #include <boost/make_shared.hpp>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -108,6 +109,7 @@ struct LoadedMember {
 
     embedded::DisplayList draw(const embedded::ViewParameters& view = fromFront());
 
+    std::unique_ptr<AcDbDatabase> drawing; // of the load's element, where a test puts it on one
     FilledSystem system;
     LoadMember member;
     boost::shared_ptr<DrawnLoad> load = boost::make_shared<DrawnLoad>();

@@ -79,7 +79,6 @@ constexpr int kTypesOnElements[] = {11, 12, 13, 21, 22, 23, 51, 52, 53, 54, 55, 
 
 // Calls that with a load of each type, those that need it on an element with axes.
 void forEachType(const std::function<void(LoadedMember&, int type)>& call) {
-    AcDbDatabase db(true);
     for (const int type : kTypesInSpace) {
         const auto loaded = onMember(kMemberShapes[0]);
         (*loaded)->setType(type);
@@ -87,7 +86,7 @@ void forEachType(const std::function<void(LoadedMember&, int type)>& call) {
     }
     for (const int type : kTypesOnElements) {
         const auto loaded = onMember(kMemberShapes[0]);
-        putOnRolledElement(*loaded, db);
+        putOnRolledElement(*loaded);
         (*loaded)->setType(type);
         call(*loaded, type);
     }

@@ -136,17 +136,17 @@ void setSlope(LoadedMember& loaded, double height, double slope) {
     };
 }
 
-void putOnRolledElement(LoadedMember& loaded, AcDbDatabase& db) {
+void putOnRolledElement(LoadedMember& loaded) {
     registerTestElement();
+    loaded.drawing = std::make_unique<AcDbDatabase>(true);
     auto* const element = new TestElement;
     auto* const general = new TurnedGeneral;
     general->matrix = AcGeMatrix3d::rotation(3.14159265358979323846 / 6.0, AcGeVector3d::kXAxis);
     element->addPlugin(general);
-    loaded->setElement(putEntity(db, element));
+    loaded->setElement(putEntity(*loaded.drawing, element));
 }
 
-DashedDrawing::DashedDrawing()
-    : m_db(true), m_before(acdbHostApplicationServices()->workingDatabase()) {
+DashedDrawing::DashedDrawing() : m_db(true), m_before(acdbHostApplicationServices()->workingDatabase()) {
     acdbHostApplicationServices()->setWorkingDatabase(&m_db);
     AcDbLinetypeTable* table = nullptr;
     EXPECT_EQ(acdbOpenObject(table, m_db.linetypeTableId(), AcDb::kForWrite), Acad::eOk);

@@ -68,8 +68,9 @@ void buildRoundedArea(LoadedMember& loaded);
 // The values are the height of a slanted plane over that of the area: this high at the origin.
 void setSlope(LoadedMember& loaded, double height, double slope);
 
-// Puts the load on an element with axes of its own: those of the world, rolled by 30 degrees about X.
-void putOnRolledElement(LoadedMember& loaded, AcDbDatabase& db);
+// Puts the load on an element of a drawing of its own, with axes of its own: those of the world, rolled by 30
+// degrees about X.
+void putOnRolledElement(LoadedMember& loaded);
 
 // A drawing, worked on while this lives, that has the line type of loads of the dashed kind.
 class DashedDrawing {
