@@ -9,7 +9,8 @@
 
 // The user's registry: a tree of keys that hold named values. Names are compared without regard to case and
 // keep the case in which they were first written. Paths are relative to the user's root, with backslashes
-// between the names.
+// between the names; those at the begin and at the end, and more than one between two names, do not count.
+// Paths and names end at their first zero.
 namespace platform::registry {
 
 enum class ValueType { kText = 1, kBinary = 3, kNumber = 4 };
@@ -43,7 +44,7 @@ PLATFORM_API int getValue(std::wstring_view path, std::wstring_view name, Value&
 PLATFORM_API int listKeys(std::wstring_view path, std::vector<std::wstring>& names);
 PLATFORM_API int listValues(std::wstring_view path, std::vector<NamedValue>& values);
 PLATFORM_API int deleteValue(std::wstring_view path, std::wstring_view name);
-// Deletes a key with all below it.
+// Deletes a key with all below it. kNotFound for the user's root, which stays.
 PLATFORM_API int deleteKey(std::wstring_view path);
 
 // The file that stands for the registry where the system has none of its own. The environment variable

@@ -35,7 +35,7 @@ constexpr std::size_t kLongestKeyName = 255;
 constexpr std::size_t kLongestValueName = 16383;
 
 // All of these answer kDone, kNotFound, kNoMoreItems or another of the system's numbers (systemMessage).
-// Paths and names end at their first zero. Whoever gets a handle closes it.
+// Paths and names are taken as those of registry.h. Whoever gets a handle closes it.
 
 // Opens the key `path` below an open one, made with all above it where it is missing. `key` is null after a
 // failure.

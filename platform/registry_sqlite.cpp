@@ -12,9 +12,37 @@
 
 namespace platform::registry {
 
+// When a registry is the same as at another time.
+struct Version {
+    std::uint64_t opening = 0; // which of the files that this process has opened
+    std::int64_t own = 0;      // rows that this process has changed
+    std::int64_t others = 0;   // another number whenever somebody else has changed any
+
+    bool operator==(const Version& other) const {
+        return opening == other.opening && own == other.own && others == other.others;
+    }
+};
+
+// Where the last step of a walk by indexes has come to. Counting rows from the first one on at each step
+// would take the square of the time; as long as nothing changes the next row is the one behind.
+struct Walk {
+    Version version;
+    std::uint32_t next = 0; // 0: there was no step
+    std::int64_t number = 0;
+    std::string place;
+
+    bool leadsTo(std::uint32_t index, const Version& now) const {
+        return index != 0 && index == next && version == now;
+    }
+};
+
 // What a handle stands for: a place, not a row, so that a key that is deleted meanwhile is just not there.
 struct OpenKey {
-    std::string place;
+    explicit OpenKey(std::string at = std::string()) : place(std::move(at)) {}
+
+    const std::string place;
+    // Only with the registry's guard held.
+    Walk values, keys;
 };
 
 namespace {
@@ -38,6 +66,7 @@ struct State {
     std::wstring chosenFile;
     std::wstring openFile;
     std::unique_ptr<SqliteStore> store;
+    std::uint64_t openings = 0;
 };
 
 State& state() {
@@ -71,6 +100,7 @@ SqliteStore* open(State& now, bool create) {
         store->run(kSchema);
         now.store = std::move(store);
         now.openFile = file;
+        ++now.openings;
     }
     return now.store.get();
 }
@@ -88,7 +118,11 @@ int guarded(bool create, Operation operation) {
     }
 }
 
-std::vector<std::wstring> namesOf(std::wstring_view path) {
+// A text as far as its first zero, as the system's calls take it.
+std::wstring_view untilZero(std::wstring_view text) { return text.substr(0, text.find(L'\0')); }
+
+std::vector<std::wstring> namesOf(std::wstring_view wholePath) {
+    const std::wstring_view path = untilZero(wholePath);
     std::vector<std::wstring> names;
     for (std::size_t at = 0; at < path.size();) {
         const std::size_t end = std::min(path.find(L'\\', at), path.size());
@@ -174,8 +208,9 @@ int createBelow(SqliteStore& store, std::string& place, std::wstring_view path) 
     return kDone;
 }
 
-int putData(SqliteStore& store, const std::string& place, std::wstring_view name, std::int64_t type,
+int putData(SqliteStore& store, const std::string& place, std::wstring_view wholeName, std::int64_t type,
             const void* data, std::size_t size) {
+    const std::wstring_view name = untilZero(wholeName);
     if (toUtf16(name).size() > kLongestValueName)
         return kNameTooLong;
     SqliteStore::Transaction transaction(store);
@@ -194,9 +229,12 @@ int putData(SqliteStore& store, const std::string& place, std::wstring_view name
     return kDone;
 }
 
-// A text as far as its first zero, as the system's calls take it.
-std::wstring_view untilZero(const std::wstring& text) {
-    return std::wstring_view(text).substr(0, text.find(L'\0'));
+// With the registry's guard held.
+Version versionOf(SqliteStore& store) {
+    SqliteStore::Statement told(store, "SELECT total_changes(), data_version FROM pragma_data_version");
+    if (!told.step())
+        throw kBadHandle;
+    return {state().openings, told.number(0), told.number(1)};
 }
 
 // Gives a name out if it is short enough.
@@ -234,7 +272,7 @@ int setValue(std::wstring_view path, std::wstring_view name, const Value& value)
 int getValue(std::wstring_view path, std::wstring_view name, Value& value) {
     return guarded(false, [&](SqliteStore& store) {
         SqliteStore::Statement found(store, "SELECT type, data FROM vals WHERE place=? AND folded=?");
-        if (!found.bind(placeOf(path)).bind(toUtf8(foldCase(name))).step())
+        if (!found.bind(placeOf(path)).bind(toUtf8(foldCase(untilZero(name)))).step())
             return kNotFound;
         value = decoded(found.number(0), found.bytes(1));
         return kDone;
@@ -270,7 +308,7 @@ int deleteValue(std::wstring_view path, std::wstring_view name) {
     return guarded(false, [&](SqliteStore& store) {
         SqliteStore::Statement(store, "DELETE FROM vals WHERE place=? AND folded=?")
             .bind(placeOf(path))
-            .bind(toUtf8(foldCase(name)))
+            .bind(toUtf8(foldCase(untilZero(name))))
             .step();
         return store.changes() > 0 ? kDone : kNotFound;
     });
@@ -280,6 +318,8 @@ int deleteKey(std::wstring_view path) {
     return guarded(false, [&](SqliteStore& store) {
         // "]" follows "\" directly, so what lies between is the key's own paths.
         const std::string place = placeOf(path);
+        if (place.empty())
+            return kNotFound;
         SqliteStore::Transaction transaction(store);
         SqliteStore::Statement(store, "DELETE FROM vals WHERE place=? OR (place>? AND place<?)")
             .bind(place)
@@ -308,9 +348,9 @@ int createKey(KeyHandle root, const std::wstring& path, std::uint32_t /*access*/
         return kBadHandle;
     return guarded(true, [&](SqliteStore& store) {
         std::string place = root->place;
-        const int outcome = createBelow(store, place, untilZero(path));
+        const int outcome = createBelow(store, place, path);
         if (outcome == kDone)
-            key = new OpenKey{std::move(place)};
+            key = new OpenKey(std::move(place));
         return outcome;
     });
 }
@@ -320,10 +360,10 @@ int openKey(KeyHandle root, const std::wstring& path, std::uint32_t /*access*/, 
     if (root == nullptr)
         return kBadHandle;
     return guarded(false, [&](SqliteStore& store) {
-        std::string place = placeBelow(root->place, untilZero(path));
+        std::string place = placeBelow(root->place, path);
         if (!hasKey(store, place))
             return kNotFound;
-        key = new OpenKey{std::move(place)};
+        key = new OpenKey(std::move(place));
         return kDone;
     });
 }
@@ -337,9 +377,8 @@ int setData(KeyHandle key, const std::wstring& name, std::uint32_t type, const v
             std::uint32_t size) {
     if (key == nullptr)
         return kBadHandle;
-    return guarded(true, [&](SqliteStore& store) {
-        return putData(store, key->place, untilZero(name), type, data, size);
-    });
+    return guarded(true,
+                   [&](SqliteStore& store) { return putData(store, key->place, name, type, data, size); });
 }
 
 int enumerateValue(KeyHandle key, std::uint32_t index, std::size_t capacity, std::wstring& name,
@@ -349,10 +388,18 @@ int enumerateValue(KeyHandle key, std::uint32_t index, std::size_t capacity, std
     return guarded(false, [&](SqliteStore& store) {
         if (!hasKey(store, key->place))
             return kNotFound;
-        SqliteStore::Statement found(store, "SELECT name, type, length(data) FROM vals WHERE place=?"
-                                            " ORDER BY number LIMIT 1 OFFSET ?");
-        if (!found.bind(key->place).bind(static_cast<std::int64_t>(index)).step())
+        Walk& walk = key->values;
+        const Version now = versionOf(store);
+        const bool goesOn = walk.leadsTo(index, now);
+        SqliteStore::Statement found(store, goesOn ? "SELECT name, type, length(data), number FROM vals"
+                                                     " WHERE place=? AND number>? ORDER BY number LIMIT 1"
+                                                   : "SELECT name, type, length(data), number FROM vals"
+                                                     " WHERE place=? ORDER BY number LIMIT 1 OFFSET ?");
+        if (!found.bind(key->place).bind(goesOn ? walk.number : static_cast<std::int64_t>(index)).step())
             return kNoMoreItems;
+        walk.version = now;
+        walk.next = index + 1;
+        walk.number = found.number(3);
         const int outcome = handOut(found.text(0), capacity, name);
         if (outcome == kDone) {
             type = static_cast<std::uint32_t>(found.number(1));
@@ -368,10 +415,22 @@ int enumerateKey(KeyHandle key, std::uint32_t index, std::size_t capacity, std::
     return guarded(false, [&](SqliteStore& store) {
         if (!hasKey(store, key->place))
             return kNotFound;
-        SqliteStore::Statement found(store,
-                                     "SELECT name FROM keys WHERE parent=? ORDER BY place LIMIT 1 OFFSET ?");
-        if (!found.bind(key->place).bind(static_cast<std::int64_t>(index)).step())
+        Walk& walk = key->keys;
+        const Version now = versionOf(store);
+        const bool goesOn = walk.leadsTo(index, now);
+        SqliteStore::Statement found(
+            store, goesOn ? "SELECT name, place FROM keys WHERE parent=? AND place>? ORDER BY place LIMIT 1"
+                          : "SELECT name, place FROM keys WHERE parent=? ORDER BY place LIMIT 1 OFFSET ?");
+        found.bind(key->place);
+        if (goesOn)
+            found.bind(walk.place);
+        else
+            found.bind(static_cast<std::int64_t>(index));
+        if (!found.step())
             return kNoMoreItems;
+        walk.version = now;
+        walk.next = index + 1;
+        walk.place = found.text(1);
         return handOut(found.text(0), capacity, name);
     });
 }

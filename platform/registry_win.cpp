@@ -12,11 +12,27 @@ namespace {
 
 constexpr DWORD kMaxName = 16384;
 
+// The path as the system takes it, which refuses a backslash at the begin.
+std::wstring systemPath(std::wstring_view path) {
+    path = path.substr(0, path.find(L'\0'));
+    std::wstring made;
+    for (std::size_t at = 0; at < path.size();) {
+        const std::size_t end = std::min(path.find(L'\\', at), path.size());
+        if (end > at) {
+            if (!made.empty())
+                made += L'\\';
+            made += path.substr(at, end - at);
+        }
+        at = end + 1;
+    }
+    return made;
+}
+
 // A key of the user's that is open for the life of this object.
 class Key {
 public:
     Key(std::wstring_view path, REGSAM access) {
-        error = RegOpenKeyExW(HKEY_CURRENT_USER, std::wstring(path).c_str(), 0, access, &handle);
+        error = RegOpenKeyExW(HKEY_CURRENT_USER, systemPath(path).c_str(), 0, access, &handle);
     }
     ~Key() {
         if (handle != nullptr)
@@ -49,7 +65,7 @@ Value decoded(DWORD type, std::vector<unsigned char> bytes) {
 
 int createKey(std::wstring_view path) {
     HKEY key = nullptr;
-    const LSTATUS error = RegCreateKeyExW(HKEY_CURRENT_USER, std::wstring(path).c_str(), 0, nullptr,
+    const LSTATUS error = RegCreateKeyExW(HKEY_CURRENT_USER, systemPath(path).c_str(), 0, nullptr,
                                           REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key, nullptr);
     if (error == ERROR_SUCCESS)
         RegCloseKey(key);
@@ -124,7 +140,9 @@ int deleteValue(std::wstring_view path, std::wstring_view name) {
 }
 
 int deleteKey(std::wstring_view path) {
-    return RegDeleteTreeW(HKEY_CURRENT_USER, std::wstring(path).c_str());
+    // Without a path the system would empty the whole tree.
+    const std::wstring taken = systemPath(path);
+    return taken.empty() ? kNotFound : static_cast<int>(RegDeleteTreeW(HKEY_CURRENT_USER, taken.c_str()));
 }
 
 static_assert(kReadAccess == KEY_READ && kAllAccess == KEY_ALL_ACCESS);
@@ -137,16 +155,16 @@ KeyHandle currentUser() { return reinterpret_cast<KeyHandle>(HKEY_CURRENT_USER);
 int createKey(KeyHandle root, const std::wstring& path, std::uint32_t access, KeyHandle& key) {
     HKEY opened = nullptr;
     const LSTATUS error =
-        RegCreateKeyExW(reinterpret_cast<HKEY>(root), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                        static_cast<REGSAM>(access), nullptr, &opened, nullptr);
+        RegCreateKeyExW(reinterpret_cast<HKEY>(root), systemPath(path).c_str(), 0, nullptr,
+                        REG_OPTION_NON_VOLATILE, static_cast<REGSAM>(access), nullptr, &opened, nullptr);
     key = error == ERROR_SUCCESS ? reinterpret_cast<KeyHandle>(opened) : nullptr;
     return error;
 }
 
 int openKey(KeyHandle root, const std::wstring& path, std::uint32_t access, KeyHandle& key) {
     HKEY opened = nullptr;
-    const LSTATUS error =
-        RegOpenKeyExW(reinterpret_cast<HKEY>(root), path.c_str(), 0, static_cast<REGSAM>(access), &opened);
+    const LSTATUS error = RegOpenKeyExW(reinterpret_cast<HKEY>(root), systemPath(path).c_str(), 0,
+                                        static_cast<REGSAM>(access), &opened);
     key = error == ERROR_SUCCESS ? reinterpret_cast<KeyHandle>(opened) : nullptr;
     return error;
 }

@@ -4,6 +4,9 @@
 #include "cli/common/handles.h"
 #include "cli/common/open_object.h"
 
+#include "dbx/elem/generic_load.h"
+#include "dbx/elem/load_base.h"
+
 #include "dbidmap.h"
 #include "embedded/session.h"
 #include "gemat3d.h"
@@ -58,6 +61,28 @@ AcGeMatrix3d moving(const Point& offset) {
     AcGeMatrix3d matrix;
     matrix.setTranslation(AcGeVector3d(offset[0], offset[1], offset[2]));
     return matrix;
+}
+
+bool isLoad(const FoundElement& found) {
+    if (found.element == nullptr)
+        return false;
+    if (dynamic_cast<const orv::elem::LoadBase*>(found.element) != nullptr)
+        return true;
+    const auto plugins = found.element->getConstPluginIterator();
+    return std::any_of(plugins.begin(), plugins.end(), [](const auto& plugin) {
+        return dynamic_cast<const orv::elem::ILoad*>(plugin.get()) != nullptr;
+    });
+}
+
+/// A load lets itself be cloned if what it acts on has been: loads come last, in whatever order they are
+/// named.
+AcDbObjectIdArray inOrderOfCloning(const Drawing& drawing, const std::vector<AcDbObjectId>& ids) {
+    AcDbObjectIdArray ordered, loads;
+    for (const AcDbObjectId& id : ids)
+        visitElement(drawing, id,
+                     [&](const FoundElement& found) { (isLoad(found) ? loads : ordered).append(id); });
+    ordered.append(loads);
+    return ordered;
 }
 
 std::string takeLast(std::vector<std::string>& from, std::vector<std::string>& to) {
@@ -146,10 +171,8 @@ void ElementEditing::move(AcDbObjectId id, const Point& offset) const {
 }
 
 void ElementEditing::copy(const std::vector<AcDbObjectId>& ids, const Point& offset) const {
-    AcDbObjectIdArray originals;
-    for (const AcDbObjectId& id : ids)
-        originals.append(id);
     AcDbIdMapping mapping;
+    const AcDbObjectIdArray originals = inOrderOfCloning(m_drawing, ids);
     const Acad::ErrorStatus status =
         m_drawing.database().deepCloneObjects(originals, modelSpaceOf(m_drawing), mapping);
     if (status != Acad::eOk)

@@ -1,10 +1,12 @@
 #include "cli/arx/loads.h"
 
 #include "cli/common/handles.h"
+#include "cli/common/terminal.h"
 #include "dbx/elem/element_load.h"
 #include "dbx/elem/free_load_base.h"
 #include "dbx/elem/load_base.h"
 #include "dbx/elem/plugin_general.h"
+#include "orvshape/element_contexts.h"
 #include "platform/text.h"
 
 #include <nlohmann/json.hpp>
@@ -29,12 +31,38 @@ Json labelOf(const Element& element) {
     return label && !label->empty() ? Json(toUtf8(*label)) : Json();
 }
 
-const char* formOf(const FoundLoad& load) {
-    if (load.plugin == nullptr)
-        return "entity";
-    if (dynamic_cast<const FreeLoadBase*>(load.plugin) != nullptr)
+const char* wordFor(LoadForm form) {
+    switch (form) {
+    case LoadForm::kFree:
         return "free";
-    return dynamic_cast<const ElementLoad*>(load.plugin) != nullptr ? "element" : "plugin";
+    case LoadForm::kElement:
+        return "element";
+    case LoadForm::kPlugin:
+        return "plugin";
+    case LoadForm::kEntity:
+        break;
+    }
+    return "entity";
+}
+
+bool runsBetweenVertices(const FoundLoad& load) {
+    return load.distribution() == orv::elem::kLineLoad || load.distribution() == orv::elem::kAreaLoad;
+}
+
+/// How the values run is the front end's to say: the line with this title of what it tells of an element. Of
+/// an element with several loads it does not say which of them it means, so the line counts only where all
+/// say the same.
+Json shapeOf(const FoundLoad& load) {
+    if (!runsBetweenVertices(load))
+        return nullptr;
+    orv::ElementInfoContext info;
+    load.found.element->appendElementInfo(info);
+    std::set<std::wstring> shapes;
+    for (const auto& section : info.sections())
+        for (const auto& value : section.values)
+            if (value.title == L"Shape")
+                shapes.insert(value.text);
+    return shapes.size() == 1 ? Json(toUtf8(*shapes.begin())) : Json();
 }
 
 std::string directionText(int type) {
@@ -57,8 +85,10 @@ std::string directionText(int type) {
 AcDbObjectId elementOf(const FoundLoad& load) {
     if (load.plugin == nullptr)
         return load.entity->getElement();
+    // Data of the first release have the element only in the base's part.
     const auto* const onElement = dynamic_cast<const ElementLoad*>(load.plugin);
-    return onElement != nullptr ? onElement->getElement() : load.plugin->getElement();
+    const AcDbObjectId own = onElement != nullptr ? onElement->getElement() : AcDbObjectId();
+    return own.isNull() ? load.plugin->getElement() : own;
 }
 
 Json referenceOf(const FoundLoad& load) {
@@ -91,9 +121,16 @@ int FoundLoad::distribution() const {
 
 int FoundLoad::type() const { return plugin != nullptr ? plugin->getType() : entity->getType(); }
 
+LoadForm FoundLoad::form() const {
+    if (plugin == nullptr)
+        return LoadForm::kEntity;
+    if (dynamic_cast<const FreeLoadBase*>(plugin) != nullptr)
+        return LoadForm::kFree;
+    return dynamic_cast<const ElementLoad*>(plugin) != nullptr ? LoadForm::kElement : LoadForm::kPlugin;
+}
+
 std::deque<LoadVertex> FoundLoad::points() const {
-    const bool isSampled = distribution() == orv::elem::kLineLoad || distribution() == orv::elem::kAreaLoad;
-    return plugin != nullptr && isSampled ? plugin->getVerticesForExport() : vertices();
+    return plugin != nullptr && runsBetweenVertices(*this) ? plugin->getVerticesForExport() : vertices();
 }
 
 std::size_t forEachLoad(const Drawing& drawing, std::optional<unsigned int> loadCase,
@@ -136,12 +173,13 @@ Json describeLoad(const FoundLoad& load) {
             {"number", general != nullptr ? Json(general->getNumber()) : Json()},
             {"name", general != nullptr ? Json(toUtf8(general->getName())) : Json()},
             {"label", labelOf(*load.found.element)},
-            {"form", formOf(load)},
+            {"form", wordFor(load.form())},
             {"type", load.type()},
             {"direction", directionText(load.type())},
             {"kind", static_cast<int>(kind)},
             {"category", static_cast<int>(category)},
             {"distribution", distributionText(load.distribution())},
+            {"shape", shapeOf(load)},
             {"cases", std::move(cases)},
             {"values", std::move(values)},
             {"element", element.isNull() ? Json() : Json(handleText(element))},
@@ -161,6 +199,10 @@ std::string distributionText(int distribution) {
     default:
         return std::to_string(distribution);
     }
+}
+
+std::string unknownText(std::size_t count) {
+    return counted(count, "element") + " without the code of a class, which may be loads";
 }
 
 std::string casesText(const std::set<unsigned int>& cases, const char* separator) {

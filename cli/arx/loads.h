@@ -18,6 +18,9 @@ class LoadBase;
 
 namespace taldork::cli {
 
+/// How an element is a load.
+enum class LoadForm { kFree, kElement, kPlugin, kEntity };
+
 /// One load of a drawing, open for read: a plugin of an element, or an element that is a load by itself and
 /// has no such plugin.
 struct FoundLoad {
@@ -29,6 +32,7 @@ struct FoundLoad {
     const std::deque<orv::elem::LoadVertex>& vertices() const;
     int distribution() const;
     int type() const;
+    LoadForm form() const;
 
     /// Line and area loads of plugins as the module samples them for others; all other loads by the vertices
     /// that they have.
@@ -41,12 +45,15 @@ std::size_t forEachLoad(const Drawing& drawing, std::optional<unsigned int> load
                         const std::function<void(const FoundLoad&)>& visit);
 
 /// A row of the listing: handle, class, number, name, label, form ("free", "element", "plugin", "entity"),
-/// type, direction (in words), kind, category, distribution, cases, values, element (handle) and reference
-/// (type, numbers, projection, depth, nature). What a load does not have is null.
+/// type, direction (in words), kind, category, distribution, shape (how the values run between the vertices,
+/// in the words in which the element tells it), cases, values, element (handle) and reference (type, numbers,
+/// projection, depth, nature). What a load does not have is null.
 nlohmann::ordered_json describeLoad(const FoundLoad& load);
 
 /// "point", "line", "area", "volume", or the number.
 std::string distributionText(int distribution);
+/// "3 elements without the code of a class, which may be loads".
+std::string unknownText(std::size_t count);
 /// Numbers with a separator between each two.
 std::string casesText(const std::set<unsigned int>& cases, const char* separator);
 

@@ -1,9 +1,13 @@
 #include "cli/arx/commands.h"
 #include "cli/arx/loads.h"
+#include "cli/common/handles.h"
+#include "cli/common/messages.h"
 #include "cli/common/numbers.h"
 #include "cli/common/output.h"
 
 #include <nlohmann/json.hpp>
+
+#include <cstdio>
 
 namespace taldork::cli {
 
@@ -36,14 +40,16 @@ public:
             "one\n"
             "point, and so have old load entities all of theirs. Coordinates are the drawing's. The rows "
             "are\n"
-            "comma-separated values, one for each point, or JSON with the points below each load.\n"
+            "comma-separated values, one for each point, or JSON with the points below each load. A line on\n"
+            "standard error tells of each line or area load without a point, and of elements that may be\n"
+            "loads.\n"
             "\n"
             "Example: taldork loads export hall.dwg --case 2 -o imposed.csv");
         addDrawing(*command, m_file);
         addLoadCase(*command, m_case);
         CLI::Option* csv = command->add_flag("--csv", m_csv, "Comma-separated values; so unless told");
         addJson(*command, m_json)->excludes(csv);
-        command->add_option("-o,--output", m_out, "Write to this file; '-' is standard output")
+        command->add_option("-o,--out", m_out, "Write to this file; '-' is standard output")
             ->option_text("OUT");
         return command;
     }
@@ -52,9 +58,11 @@ public:
         const Drawing drawing = Drawing::open(m_file);
         Json loads = Json::array();
         std::string csv = csvHead;
-        forEachLoad(drawing, m_case, [&](const FoundLoad& load) {
+        const std::size_t unknown = forEachLoad(drawing, m_case, [&](const FoundLoad& load) {
             Json row = describeLoad(load);
             const auto points = load.points();
+            if (points.empty())
+                remark(handleText(load.found.id) + " " + titleOf(load.found) + " has no points to export");
             if (m_json) {
                 row["points"] = jsonOf(points);
                 loads.push_back(std::move(row));
@@ -62,7 +70,9 @@ public:
                 csv += linesOf(load, row, points);
             }
         });
-        write(m_json ? Json({{"file", m_file}, {"loads", std::move(loads)}})
+        if (unknown != 0)
+            remark(unknownText(unknown));
+        write(m_json ? Json({{"file", m_file}, {"loads", std::move(loads)}, {"unknown", unknown}})
                                .dump(2, ' ', false, Json::error_handler_t::replace) +
                            "\n"
                      : csv);
@@ -90,6 +100,11 @@ private:
                      numberText(points[i].point.y) + "," + numberText(points[i].point.z) + "," +
                      numberText(points[i].value) + "\r\n";
         return lines;
+    }
+
+    /// What the rows do not say.
+    void remark(const std::string& text) const {
+        std::fprintf(stderr, "taldork: %s: %s\n", oneLine(m_file).c_str(), oneLine(text).c_str());
     }
 
     void write(const std::string& text) const {

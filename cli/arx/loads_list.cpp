@@ -45,8 +45,9 @@ public:
             program.get_subcommand("loads"), "list", "Lists the loads of a drawing",
             "Each load with handle, number, name, type (the analysis number and what it says), kind, "
             "whether\n"
-            "it acts at a point, along a line or over an area, load cases, the values at its vertices, the\n"
-            "element that it acts on, and, for a free load, what it refers to. JSON has more.\n"
+            "it acts at a point, along a line or over an area, how its values run between the vertices as\n"
+            "far as the front end says so, load cases, the values, the element that it acts on, and, for a\n"
+            "free load, what it refers to. JSON has more.\n"
             "\n"
             "Example: taldork loads list hall.dwg --case 2");
         addDrawing(*command, m_file);
@@ -66,20 +67,20 @@ public:
 
 private:
     static void print(const Json& rows, std::size_t unknown) {
-        Table table(
-            {"handle", "number", "name", "type", "kind", "acts", "cases", "values", "element", "reference"});
+        Table table({"handle", "number", "name", "type", "kind", "acts", "shape", "cases", "values",
+                     "element", "reference"});
         for (const Json& row : rows) {
             const Json& name = row["name"];
             table.add({textOf(row["handle"]), row["number"] == 0 ? "" : textOf(row["number"]),
                        textOf(name.is_null() || name == "" ? row["label"] : name),
                        textOf(row["type"]) + " " + textOf(row["direction"]), textOf(row["kind"]),
-                       textOf(row["distribution"]), listText(row["cases"], textOf),
+                       textOf(row["distribution"]), textOf(row["shape"]), listText(row["cases"], textOf),
                        listText(row["values"], valueText), textOf(row["element"]),
                        referenceText(row["reference"])});
         }
         std::string last = counted(rows.size(), "load") + "\n";
         if (unknown != 0)
-            last += counted(unknown, "element") + " without the code of a class, which may be loads\n";
+            last += unknownText(unknown) + "\n";
         printText(table.text() + last);
     }
 

@@ -1,6 +1,6 @@
 #include "cli/arx/commands.h"
 #include "cli/arx/elements.h"
-#include "cli/arx/loads.h"
+#include "cli/arx/plot_loads.h"
 #include "cli/arx/plot_view.h"
 #include "cli/arx/systems.h"
 #include "cli/common/failure.h"
@@ -33,7 +33,7 @@ using embedded::DisplayList;
 using platform::fromUtf8;
 using platform::toUtf8;
 
-/// The drawing without what is left out.
+/// What is plotted of the drawing, without what is left out.
 DisplayList drawRest(AcDbDatabase& database, const embedded::ViewParameters& view,
                      const std::set<AcDbObjectId>& leftOut) {
     DisplayList list = embedded::draw(database, view);
@@ -43,6 +43,7 @@ DisplayList drawRest(AcDbDatabase& database, const embedded::ViewParameters& vie
                                         return leftOut.count(primitive.outermost) != 0;
                                     }),
                      primitives.end());
+    embedded::leaveOutNotPlotted(list);
     return list;
 }
 
@@ -84,20 +85,17 @@ std::map<std::string, std::size_t> notShown(const Drawing& drawing) {
     return kinds;
 }
 
-/// Loads that are entities of their own go by their case; an element that has a load beside what it is stays.
-bool isNothingButLoad(const FoundLoad& load) { return describeLoad(load)["form"] != "plugin"; }
-
 class Plot : public Command {
 public:
     CLI::App* describe(CLI::App& program) override {
-        CLI::App* command =
-            addSubcommand(&program, "plot", "Draws model space of a drawing as SVG, PDF or PNG",
-                          "The format goes by the ending of OUT. The picture shows all that is on visible\n"
-                          "layers, as large as the page lets it. VIEW is top, bottom, front, back, left,\n"
-                          "right, side (right), iso (iso-sw), iso-sw, iso-se, iso-ne, iso-nw, or X,Y,Z, the\n"
-                          "way from the drawing to the viewer.\n"
-                          "\n"
-                          "Example: taldork plot hall.dwg -o hall.pdf --view iso --system ASDWG --case 2");
+        CLI::App* command = addSubcommand(
+            &program, "plot", "Draws model space of a drawing as SVG, PDF or PNG",
+            "The format goes by the ending of OUT. The picture shows what is on layers that are\n"
+            "visible and to be plotted, as large as the page lets it. VIEW is top, bottom,\n"
+            "front, back, left, right, side (right), iso (iso-sw), iso-sw, iso-se, iso-ne,\n"
+            "iso-nw, or X,Y,Z, the way from the drawing to the viewer.\n"
+            "\n"
+            "Example: taldork plot hall.dwg -o hall.pdf --view iso --system ASDWG --case 2");
         addDrawing(*command, m_file);
         command->add_option("-o,--out", m_out, "The picture: a name that ends in .svg, .pdf or .png")
             ->required()
@@ -163,10 +161,7 @@ private:
                     ids.insert(found.id);
             });
         if (m_case)
-            forEachLoad(drawing, std::nullopt, [&](const FoundLoad& load) {
-                if (load.cases().count(*m_case) == 0 && isNothingButLoad(load))
-                    ids.insert(load.found.id);
-            });
+            ids.merge(leaveOneCase(drawing, *m_case));
         return ids;
     }
 

@@ -1,7 +1,6 @@
 #include "structure/beam.h"
 
 #include "base/key_value_storage.h"
-#include "dbx/elem/generic_load.h"
 #include "orvcore/transaction_manager.h"
 #include "structure/beam_general.h"
 #include "structure/class_rows.h"
@@ -66,7 +65,6 @@ AcGePoint3d Beam::labelPoint() const {
 AcGeVector3d Beam::labelDirection() const {
     AcGeVector3d direction;
     getFirstDeriv(getLength() / 2.0, direction);
-    direction.z = 0.0;
     return direction.isZeroLength() ? AcGeVector3d::kXAxis : direction;
 }
 
@@ -79,14 +77,9 @@ void Beam::setRoll(double roll) {
     assertWriteEnabled();
     m_roll = roll;
     recordGraphicsModified();
-    // The loads are written, too: an undo of the turn then makes them look at the beam again.
     if (const LoadConnections* const present = loads())
         for (const AcDbObjectId& id : *present)
-            withLoad(id, [](Load& load) {
-                if (orv::elem::GenericLoad* const plugin = load.plugin())
-                    plugin->getVerticesForWrite();
-                load.recordGraphicsModified(true);
-            });
+            withLoad(id, [](Load& load) { load.turnWithBeam(); });
 }
 
 AcDbObjectId Beam::startNode() const {

@@ -29,7 +29,7 @@ public:
 
     const wchar_t* kind() const override { return L"beam"; }
     AcGePoint3d labelPoint() const override;
-    // Along the beam, seen from above; a column has its text along X.
+    // Along the beam.
     AcGeVector3d labelDirection() const override;
 
     // How far the section is turned about the beam, in radians. Needs read; write.

@@ -85,7 +85,7 @@ std::unique_ptr<Load> Load::alongLine(const std::vector<AcGePoint3d>& points,
     }
     if (load->isEmpty() || properties.values.empty())
         return nullptr;
-    load->spreadVertices(0.0, 1.0, properties.values);
+    load->plugin()->setVertices(verticesAlong(*load, properties.shape, properties.values));
     takePointsFrom(*load, *load->plugin());
     return load;
 }
@@ -192,11 +192,21 @@ void Load::layAlong(const Beam& beam) {
         layPoint(beam, from);
     else
         layCurve(beam, from, distanceOf(load->getVertices().back(), length));
+    if (orv::elem::isLocal(load->getType()))
+        turnWithBeam();
+}
+
+void Load::turnWithBeam() {
+    if (GenericLoad* const load = plugin())
+        load->getVerticesForWrite();
+    recordGraphicsModified(true);
 }
 
 void Load::layPoint(const Beam& beam, double distance) {
     AcGePoint3d place;
-    if (beam.getPointAtDist(distance, place) == Acad::eOk && !place.isEqualTo(point())) {
+    if (beam.getPointAtDist(distance, place) != Acad::eOk)
+        return;
+    if (!place.isEqualTo(point())) {
         movePoint(place - point());
         recordGraphicsModified(true);
     }

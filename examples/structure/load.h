@@ -26,7 +26,7 @@ class BeamLoad;
 struct LoadProperties {
     int type = orv::elem::kLoadTypeGravity;
     LoadShape shape = LoadShape::kLinear;
-    std::vector<double> values; // one for each vertex
+    std::vector<double> values; // one for each vertex; at least one
     std::wstring unit;          // stands behind them in the texts
     std::set<unsigned int> cases = {1};
     orv::elem::LOAD_KIND kind = orv::elem::kLoadKindDefault;
@@ -53,7 +53,8 @@ public:
     // Fresh loads, in no drawing, with a number, a name and a plugin. Free ones; null for what makes no curve
     // or for no values.
     static std::unique_ptr<Load> atPoint(const AcGePoint3d& point, const LoadProperties& properties);
-    // The values stand at the points between the pieces, if there are as many, else at equal distances.
+    // The values stand at the ends of the pieces, if there are as many, else at equal distances. Where they
+    // are fewer, vertices with values between them are added: see verticesAlong.
     static std::unique_ptr<Load> alongLine(const std::vector<AcGePoint3d>& points,
                                            const LoadProperties& properties);
     static std::unique_ptr<Load> overArea(const std::vector<AcGePoint3d>& corners,
@@ -75,9 +76,12 @@ public:
     // drawing, eNotApplicable for a free load, with nothing changed.
     Acad::ErrorStatus attachTo(Beam& beam);
     // Lays the curve and the vertices where they belong on its beam; one that is there already is not
-    // written. A projected load is laid across its direction, in the level of the place of the beam
-    // that it meets first. Needs write.
+    // written, unless it is local and turns with the beam. A projected load is laid across its direction, in
+    // the level of the place of the beam that it meets first. Needs write.
     void layAlong(const Beam& beam);
+    // The beam's axes are others: a local load is drawn anew. It is written, so that an undo makes it look at
+    // the beam again. Needs write.
+    void turnWithBeam();
 
 protected:
     void writeOwn(AcDbDwgFiler& filer) const override;

@@ -4,7 +4,6 @@
 #include "base/key_value_storage.h"
 #include "dbx/elem/generic_load.h"
 #include "dbx/elem/load_base.h"
-#include "dbx/elem/vertex_list_util.h"
 #include "dbx/in_archive.h"
 #include "dbx/out_archive.h"
 #include "orvcore/warn_on_new_version.h"
@@ -71,12 +70,9 @@ protected:
 
     void onViewportDraw(orv::AcadViewportDraw& draw, orv::System& system) override {
         Base::onViewportDraw(draw, system);
-        // A direction that hangs on an element means nothing without it, and nothing is drawn of such a load.
-        const bool isHidden =
-            orv::elem::isLocal(this->getType()) && this->orv::elem::GenericLoad::getElement().isNull();
-        if (!isHidden && this->getDistribution() == orv::elem::kLineLoad)
+        if (this->getDistribution() == orv::elem::kLineLoad)
             drawLineTexts(draw, system);
-        else if (!isHidden && this->getDistribution() == orv::elem::kAreaLoad)
+        else if (this->getDistribution() == orv::elem::kAreaLoad)
             drawAreaTexts(draw, system);
     }
 
@@ -94,6 +90,7 @@ protected:
             return false;
         unsigned int version = 0;
         archive >> version;
+        ORV_ASSERT(version <= kShapeVersion)(version)(kShapeVersion);
         orv_warnOnNewVersion(version, kShapeVersion, "Structure");
         if (version > kShapeVersion)
             return false;
@@ -121,20 +118,12 @@ protected:
     using Base::onLoad;
 
 private:
-    // At both ends and at what stands between them; what is the same all along is written once.
     void drawLineTexts(orv::AcadViewportDraw& draw, orv::System& system) {
         const auto* const curve = dynamic_cast<const ORV_SegmentedCurve*>(this->owner());
-        const auto& vertices = this->getVertices();
-        if (curve == nullptr || curve->isEmpty() || vertices.empty())
+        if (curve == nullptr || curve->isEmpty())
             return;
-        const double length = curve->getLength();
-        if (m_shape == LoadShape::kLinear && orv::elem::VertextListUtil::isUniform(vertices)) {
-            this->_draw_lineload_text_at(draw, system, length / 2.0, 0);
-            return;
-        }
-        for (std::size_t i = 0; i < vertices.size(); ++i)
-            this->_draw_lineload_text_at(draw, system, shareOfVertex(vertices, i) * length,
-                                         static_cast<unsigned int>(i));
+        for (const ValuePlace& place : valuePlaces(*this, m_shape, curve->getLength()))
+            this->_draw_lineload_text_at(draw, system, place.distance, place.vertex);
     }
 
     void drawAreaTexts(orv::AcadViewportDraw& draw, orv::System& system) {

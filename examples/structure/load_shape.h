@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <vector>
 
 class ORV_SegmentedCurve;
 
@@ -32,7 +33,8 @@ enum class LoadShape : std::uint32_t {
     kCubicEnd = 5,
     kQuadraticMid = 6, // nothing at the ends, the value of the middle vertex in the middle
     kUniform = 7,      // the first value all over
-    kPlanar = 8,       // on the plane through the values of the first three vertices
+    kPlanar = 8,       // on the plane through the values of the first three vertices that stand in no line;
+                       // kUniform where there are none
 };
 constexpr LoadShape kLastLoadShape = LoadShape::kPlanar;
 
@@ -55,8 +57,24 @@ public:
 void setUpValues(const orv::elem::GenericLoad& load, LoadShape shape, orv::System& system,
                  orv::elem::detail::LoadVisualizationData& data);
 
-// Adds arrows where the outline of the values has a corner or a peak: at the vertices and where the curve
-// turns. Between the arrows of equal distances these would be cut off.
+// Where the values of a free line stand, by the number of the points between and at the ends of its pieces:
+// as many values at these points, more at equal distances. Fewer would leave points without a value; then
+// each point has one, too: that which lies there between the values at equal distances. For shapes that go by
+// their first, middle and last value alone the points between take theirs from these.
+std::deque<orv::elem::LoadVertex> verticesAlong(const ORV_SegmentedCurve& curve, LoadShape shape,
+                                                const std::vector<double>& values);
+
+// Which value of a line load is written where.
+struct ValuePlace {
+    double distance = 0.0; // along the load's curve
+    unsigned int vertex = 0;
+};
+// At the places of all values that the shape goes by; what is the same all along is written once.
+std::vector<ValuePlace> valuePlaces(const orv::elem::GenericLoad& load, LoadShape shape, double length);
+
+// Sees to it that arrows stand where the outline of the values has a corner or a peak: at the vertices and
+// where the curve turns. Between the arrows of equal distances these would be cut off. Where there are
+// as many arrows as a picture has, the nearest one goes there instead.
 void addArrowsAtVertices(const orv::elem::GenericLoad& load, orv::elem::detail::LoadVisualizationData& data);
 
 // Gives each vertex its value with the unit as its text; none to a value of 0. Write.

@@ -15,6 +15,8 @@
 
 #include <boost/make_shared.hpp>
 
+#include <cmath>
+
 namespace structure {
 
 namespace {
@@ -23,6 +25,29 @@ constexpr unsigned int kFirstVersionWithMaterial = 2;
 
 // The height of the letters, in metres.
 constexpr double kTextHeight = 0.15;
+
+// Between the element and the letters, in heights of these.
+constexpr double kGap = 0.3;
+
+// As the attachments of orv::AcadCommonDraw are counted.
+constexpr int kBaseLineCentre = 8;
+
+// Of a direction of length 1 that is seen shorter than this nothing tells any more where it leads.
+constexpr double kLeastSeen = 1.0e-3;
+// How far from upright rounding may have taken a direction that is upright.
+constexpr double kUpright = 1.0e-6;
+
+// Where a text in the plane of the screen runs, so that it goes along the direction as that is seen, from
+// left to right, or upwards.
+AcGeVector3d readableAlong(const AcGeVector3d& direction, const orv::AcadViewportDraw& draw) {
+    const double toRight = direction.normal().dotProduct(draw.viewRight());
+    const double upwards = direction.normal().dotProduct(draw.viewUp());
+    if (!(std::hypot(toRight, upwards) > kLeastSeen))
+        return draw.viewRight();
+    const bool isTurned = std::fabs(toRight) <= kUpright ? upwards < 0.0 : toRight < 0.0;
+    const AcGeVector3d seen = draw.viewRight() * toRight + draw.viewUp() * upwards;
+    return isTurned ? -seen : seen;
+}
 
 // The table of creators is filled while the module is loaded, before any drawing opens.
 const bool s_registered = [] {
@@ -75,6 +100,7 @@ bool SectionPlugin::onSave(orv::serialization::IOutArchive& archive) const {
 bool SectionPlugin::onLoad(orv::serialization::IInArchive& archive, unsigned int) {
     unsigned int version = 0;
     archive >> version;
+    ORV_ASSERT(version <= kVersion)(version)(kVersion);
     orv_warnOnNewVersion(version, kVersion, "Structure");
     if (version > kVersion)
         return false;
@@ -107,7 +133,8 @@ bool SectionPlugin::onLoad(const orv::KeyValueStorage& storage) {
     return true;
 }
 
-void SectionPlugin::onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) {
+// In each viewport for itself: a text that everyone sees stands on its head for some of them.
+void SectionPlugin::onViewportDraw(orv::AcadViewportDraw& draw, orv::System& system) {
     const auto* const element = dynamic_cast<const Element*>(owner());
     if (element == nullptr || m_section.name.empty())
         return;
@@ -115,7 +142,10 @@ void SectionPlugin::onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) {
     if (const Element::General* const general = element->general())
         point += general->getTextAttachmentOffset();
     draw.textSize(kTextHeight * system.scaleCdb2Wcs());
-    draw.text(point, m_section.name, element->labelDirection());
+    draw.textAttachment(kBaseLineCentre);
+    const AcGeVector3d along = readableAlong(element->labelDirection(), draw);
+    const AcGeVector3d up = draw.viewRight().crossProduct(draw.viewUp()).crossProduct(along).normal();
+    draw.text(point + up * (draw.textSize() * kGap), m_section.name, along);
 }
 
 void SectionPlugin::onQueryEndpointInterface(orv::geom::EndpointInterface& endpoints) const {

@@ -64,7 +64,8 @@ protected:
     bool onSave(orv::KeyValueStorage& storage) const override;
     bool onLoad(const orv::KeyValueStorage& storage) override;
 
-    void onWorldDraw(orv::AcadWorldDraw& draw, orv::System& system) override;
+    // Along the element as it is seen, so that it can be read from everywhere.
+    void onViewportDraw(orv::AcadViewportDraw& draw, orv::System& system) override;
     void onAppendElementInfo(orv::ElementInfoContext& info) const override;
 
 public:

@@ -11,21 +11,30 @@ namespace {
 
 constexpr double kQuarterTurn = 1.57079632679489661923;
 
-// How many chords of an arc are no longer than that; as a real, since it may be any number or none.
-double wantedChords(const CurveSegment& arc, double chordLength) {
+// How many steps a piece takes with chords no longer than that.
+double stepsOfArc(const CurveSegment& arc, double chordLength) {
     double step = kQuarterTurn;
     if (chordLength > 0.0)
         step = std::min(step, 2.0 * std::asin(std::min(chordLength / (2.0 * arc.radius()), 1.0)));
+    return arc.sweep() / step;
+}
+double stepsOfLine(const CurveSegment& line, double chordLength) {
+    return chordLength > 0.0 ? line.length() / chordLength : 1.0;
+}
+
+// The same in whole chords; as a real, since it may be any number or none.
+double wantedChords(const CurveSegment& segment, double chordLength) {
+    const double steps =
+        segment.isArc() ? stepsOfArc(segment, chordLength) : stepsOfLine(segment, chordLength);
     // A whole number of steps stays one, whatever the last digit is.
-    const double wanted = std::ceil(arc.sweep() / step * (1.0 - 1.0e-12));
-    return std::min(wanted, static_cast<double>(ApproximateCurve::kMostChords));
+    const double wanted = std::ceil(steps * (1.0 - 1.0e-12));
+    return std::min(std::max(1.0, wanted), static_cast<double>(ApproximateCurve::kMostChords));
 }
 
 double wantedChords(const ORV_SegmentedCurve& curve, double chordLength) {
     double sum = 0.0;
     for (int i = 0; i < curve.getSegmentCount(); ++i)
-        if (curve.getSegmentAt(i)->isArc())
-            sum += wantedChords(*curve.getSegmentAt(i), chordLength);
+        sum += wantedChords(*curve.getSegmentAt(i), chordLength);
     return sum;
 }
 
@@ -42,13 +51,10 @@ bool ApproximateCurve::create(const ORV_SegmentedCurve& curve, AcGePoint3dArray&
     points.append(curve.startPoint());
     for (int i = 0; i < curve.getSegmentCount(); ++i) {
         const CurveSegment& segment = *curve.getSegmentAt(i);
-        int chords = 1;
-        if (segment.isArc()) {
-            const double granted = std::floor(wantedChords(segment, m_chordLength) * share);
-            chords = static_cast<int>(std::max(granted, wantedChords(segment, 0.0)));
-        }
+        const double granted = std::floor(wantedChords(segment, m_chordLength) * share);
+        const int chords = static_cast<int>(std::max(granted, wantedChords(segment, 0.0)));
         for (int k = 1; k < chords; ++k)
-            points.append(segment.pointAt(segment.length() * k / chords));
+            points.append(segment.pointAt(segment.length() * (static_cast<double>(k) / chords)));
         points.append(segment.end());
     }
     if (curve.isClosed())

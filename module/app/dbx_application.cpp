@@ -63,8 +63,10 @@ DBX_Application::DBX_Application(const std::wstring& name) : m_moduleName(name),
 DBX_Application::~DBX_Application() = default;
 
 AcRx::AppRetCode DBX_Application::On_kInitAppMsg(void* packet) {
-    linker()->unlockApplication(packet);
-    linker()->registerAppMDIAware(packet);
+    if (AcRxDynamicLinker* const present = linker()) {
+        present->unlockApplication(packet);
+        present->registerAppMDIAware(packet);
+    }
     acrxRegisterAppMDIAware(packet);
 
     ExtensionRecord& extension = ExtensionRecord::instance();
@@ -94,7 +96,8 @@ AcRx::AppRetCode DBX_Application::On_kUnloadAppMsg(void* packet) {
 void DBX_Application::RegisterServerComponents() {}
 
 void DBX_Application::loadDependency(const wchar_t* name) {
-    if (name != nullptr && linker()->loadModule(name, false, false))
+    AcRxDynamicLinker* const present = linker();
+    if (name != nullptr && present != nullptr && present->loadModule(name, false, false))
         m_dependencies.emplace_back(name);
 }
 

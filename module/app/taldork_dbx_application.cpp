@@ -7,7 +7,6 @@
 #include "dbx/doc/system_manager.h"
 #include "dbx/keyvalue_serialization.h"
 #include "rxclass.h"
-#include "rxdlinkr.h"
 
 namespace {
 

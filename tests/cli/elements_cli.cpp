@@ -19,6 +19,16 @@ std::string ElementsCliTest::oddDrawing(const std::string& name) {
     return file(name);
 }
 
+std::string ElementsCliTest::loadedDrawing(bool isBound, const std::string& name) {
+    Words words = {file(name)};
+    if (!isBound)
+        words.push_back("loose");
+    const ProgramRun run = runProgram(fs::path(TALDORK_BIN) / "write_loaded", words,
+                                      {{TALDORK_REGISTRY_VARIABLE, file("registry.sqlite")}}, folder.path());
+    EXPECT_EQ(run.code, 0) << run.out << run.err;
+    return file(name);
+}
+
 std::string ElementsCliTest::told(const Words& arguments) {
     const ProgramRun run = taldork(arguments);
     EXPECT_EQ(run.code, 0) << run.err;

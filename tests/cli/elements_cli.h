@@ -18,6 +18,10 @@ protected:
     /// Whoever opens the first one is told of its plugin.
     std::string oddDrawing(const std::string& name = "odd.dwg");
 
+    /// The drawing of write_loaded.cpp: a beam, and elements, with loads of their own; bound to a system, or
+    /// to none.
+    std::string loadedDrawing(bool isBound = true, const std::string& name = "loaded.dwg");
+
     /// As done and json, with nothing on standard error but the remark on that plugin.
     std::string told(const Words& arguments);
     Json toldJson(const Words& arguments);

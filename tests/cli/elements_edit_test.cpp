@@ -2,6 +2,8 @@
 
 #include "cli/elements_cli.h"
 
+#include <set>
+
 namespace tests {
 
 namespace {
@@ -44,6 +46,28 @@ TEST_F(ElementsEditTest, CopiesKnowEachOtherAndHaveTheirOwnNumbers) {
               std::string::npos)
         << run.out;
     EXPECT_EQ(extents(all[50]["handle"])["min"][1].get<double>(), extents(beam)["min"][1].get<double>() + 40);
+}
+
+TEST_F(ElementsEditTest, ALoadIsCopiedWithItsBeamInWhateverOrderTheyAreNamed) {
+    const std::string loaded = file("loaded.dwg");
+    done({"new", loaded});
+    done({"example", loaded});
+    const std::string beam = named(loaded, "B1"), load = named(loaded, "L1");
+    const std::size_t count = json({"loads", "list", loaded})["loads"].size();
+    const ProgramRun run =
+        edit(loaded, "copy " + load + " " + beam + " 0,40,0\ncopy " + beam + " " + load + " 0,80,0\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    const Json loads = json({"loads", "list", loaded})["loads"];
+    ASSERT_EQ(loads.size(), count + 2);
+    std::set<std::string> beams = {beam};
+    for (std::size_t i = count; i < loads.size(); ++i) {
+        beams.insert(loads[i]["element"].get<std::string>());
+        EXPECT_EQ(loads[i]["values"], loads[0]["values"]);
+    }
+    EXPECT_EQ(beams.size(), 3U) << "each copy has a beam of its own";
+    const ProgramRun alone = edit(loaded, "copy " + load + " 0,40,0\n");
+    expectFailure(alone, loaded);
+    EXPECT_NE(alone.err.find(load + " does not let itself be copied"), std::string::npos) << alone.err;
 }
 
 TEST_F(ElementsEditTest, AnErasedBeamComesBackWithAnUndo) {

@@ -3,6 +3,7 @@
 #include "cli/elements_cli.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <sstream>
 
@@ -61,6 +62,7 @@ TEST_F(LoadsCliTest, TheFrameHasLoadsOfAllKinds) {
     EXPECT_EQ(first["kind"], 1);
     EXPECT_EQ(first["category"], 0);
     EXPECT_EQ(first["distribution"], "line");
+    EXPECT_EQ(first["shape"], "linear");
     EXPECT_EQ(first["cases"], Json({1}));
     EXPECT_EQ(first["values"], Json({4.0, 8.0}));
     EXPECT_EQ(first["element"], named(drawing, "B1"));
@@ -69,10 +71,40 @@ TEST_F(LoadsCliTest, TheFrameHasLoadsOfAllKinds) {
     const Json last = byName("L21");
     EXPECT_EQ(last["form"], "free");
     EXPECT_EQ(last["distribution"], "point");
+    EXPECT_TRUE(last["shape"].is_null());
     EXPECT_EQ(last["kind"], 3);
     EXPECT_TRUE(last["element"].is_null());
     EXPECT_EQ(last["reference"],
               Json({{"type", 108}, {"numbers", {4}}, {"projection", 0}, {"depth", 0.0}, {"nature", 0}}));
+}
+
+TEST_F(LoadsCliTest, HowTheValuesRunIsTold) {
+    EXPECT_EQ(byName("L2")["values"], Json({2.0, 8.0, 2.0}));
+    EXPECT_EQ(byName("L2")["shape"], "linear to the middle");
+    EXPECT_EQ(byName("L6")["values"], Json({0.0, 8.0, 0.0}));
+    EXPECT_EQ(byName("L6")["shape"], "quadratic with its peak in the middle");
+    const std::string text = done({"loads", "list", drawing});
+    EXPECT_EQ(text.rfind("handle  number  name  type                   kind  acts   shape ", 0), 0U) << text;
+    EXPECT_NE(text.find("line   cubic to the end "), std::string::npos) << text;
+}
+
+TEST_F(LoadsCliTest, TwoLoadsOfOneElementThatRunDifferentlyHaveNoShape) {
+    drawing = loadedDrawing();
+    const std::string both = named(drawing, "both");
+    int found = 0;
+    for (const Json& row : list())
+        if (row["handle"] == both) {
+            EXPECT_TRUE(row["shape"].is_null());
+            ++found;
+        }
+    EXPECT_EQ(found, 2);
+    EXPECT_EQ(byName("first")["shape"], "linear");
+}
+
+TEST_F(LoadsCliTest, AnElementLoadThatNamesItsElementOnlyAsOtherLoadsDoIsOnThatOne) {
+    drawing = loadedDrawing();
+    EXPECT_EQ(byName("old")["form"], "element");
+    EXPECT_EQ(byName("old")["element"], named(drawing, "beam"));
 }
 
 TEST_F(LoadsCliTest, DirectionsAreTold) {
@@ -104,7 +136,7 @@ TEST_F(LoadsCliTest, ACaseIsListedAlone) {
 TEST_F(LoadsCliTest, ForPeopleEachLoadHasALine) {
     const std::string text = done({"loads", "list", drawing, "--case", "4"});
     EXPECT_EQ(text.rfind("handle  number  name  type", 0), 0U) << text;
-    EXPECT_NE(text.find("19 force, projected  1     line  4      -4 -4   " + named(drawing, "B15")),
+    EXPECT_NE(text.find("19 force, projected  1     line  linear  4      -4 -4   " + named(drawing, "B15")),
               std::string::npos)
         << text;
     EXPECT_NE(text.find("\n1 load\n"), std::string::npos) << text;
@@ -118,6 +150,8 @@ TEST_F(LoadsCliTest, ADrawingWithoutLoadsHasNone) {
               Json({{"file", file("a.dwg")}, {"loads", Json::array()}, {"unknown", 0}}));
     EXPECT_EQ(done({"loads", "export", file("a.dwg")}),
               "handle,name,cases,type,distribution,point,x,y,z,value\r\n");
+    EXPECT_EQ(json({"loads", "export", file("a.dwg")}),
+              Json({{"file", file("a.dwg")}, {"loads", Json::array()}, {"unknown", 0}}));
 }
 
 TEST_F(LoadsCliTest, LinesAreExportedAsTheirPoints) {
@@ -136,13 +170,20 @@ TEST_F(LoadsCliTest, JsonHasThePointsBelowEachLoad) {
     const Json loads = json({"loads", "export", drawing, "--case", "4"})["loads"];
     ASSERT_EQ(loads.size(), 1U);
     const Json& points = loads[0]["points"];
-    ASSERT_GE(points.size(), 3U);
-    ASSERT_LE(points.size(), 63U);
+    // As many as a load may have: the rafter is long for the chords of an export.
+    ASSERT_EQ(points.size(), 63U);
     // Snow counts along the rafter, whatever the picture.
     EXPECT_EQ(points.front(), Json({{"x", 0.0}, {"y", 5.0}, {"z", 6.0}, {"value", -4.0}}));
-    double highest = 0.0;
-    for (const Json& point : points)
-        highest = std::max(highest, point["z"].get<double>());
+    EXPECT_EQ(points.back(), Json({{"x", 12.0}, {"y", 5.0}, {"z", 6.0}, {"value", -4.0}}));
+    double highest = 0.0, before = -1.0;
+    for (const Json& point : points) {
+        const double x = point["x"], z = point["z"];
+        EXPECT_GT(x, before);
+        EXPECT_NEAR(z, 7.5 - std::abs(x - 6.0) / 4.0, 1e-6);
+        EXPECT_EQ(point["value"], -4.0);
+        highest = std::max(highest, z);
+        before = x;
+    }
     EXPECT_NEAR(highest, 7.5, 1e-6);
 }
 
@@ -150,6 +191,7 @@ TEST_F(LoadsCliTest, AFileGetsWhatStandardOutputWouldGet) {
     const std::string out = file("loads.csv");
     EXPECT_EQ(done({"loads", "export", drawing, "-o", out}), "");
     EXPECT_EQ(readWholeFile(out), done({"loads", "export", drawing, "-o", "-"}));
+    EXPECT_EQ(readWholeFile(out), done({"loads", "export", drawing, "--out", "-"}));
     expectFailure(taldork({"loads", "export", drawing, "-o", file("none/loads.csv")}),
                   file("none/loads.csv"));
 }
@@ -167,6 +209,44 @@ TEST_F(LoadsCliTest, LoadsWithoutTheirModuleAreNotKnown) {
     EXPECT_EQ(json({"loads", "list", drawing})["unknown"], 71);
     EXPECT_EQ(done({"loads", "list", drawing}),
               "0 loads\n71 elements without the code of a class, which may be loads\n");
+}
+
+TEST_F(LoadsCliTest, TheExportTellsOfElementsThatMayBeLoads) {
+    takeExampleAway();
+    const std::string remark =
+        "taldork: " + drawing + ": 71 elements without the code of a class, which may be loads\n";
+    const ProgramRun csv = taldork({"loads", "export", drawing});
+    EXPECT_EQ(csv.code, 0);
+    EXPECT_EQ(csv.out, "handle,name,cases,type,distribution,point,x,y,z,value\r\n");
+    EXPECT_EQ(csv.err, remark);
+    const ProgramRun asJson = taldork({"loads", "export", drawing, "--json"});
+    EXPECT_EQ(asJson.err, remark);
+    EXPECT_EQ(Json::parse(asJson.out), Json({{"file", drawing}, {"loads", Json::array()}, {"unknown", 71}}));
+}
+
+TEST_F(LoadsCliTest, TheExportTellsOfLoadsWithoutASystemWhichHaveNoPoints) {
+    drawing = loadedDrawing(false);
+    const ProgramRun run = taldork({"loads", "export", drawing, "--json"});
+    EXPECT_EQ(run.code, 0);
+    const Json loads = Json::parse(run.out)["loads"];
+    std::string first;
+    std::size_t withoutPoints = 0;
+    for (const Json& load : loads) {
+        withoutPoints += load["points"].empty();
+        if (load["name"] == "first")
+            first = load["handle"];
+    }
+    // All but the point load.
+    EXPECT_EQ(withoutPoints, 4U);
+    EXPECT_NE(
+        run.err.find("taldork: " + drawing + ": " + first + " STR_Load 'first' has no points to export\n"),
+        std::string::npos)
+        << run.err;
+    std::size_t remarks = 0;
+    for (std::size_t at = run.err.find("has no points"); at != std::string::npos;
+         at = run.err.find("has no points", at + 1))
+        ++remarks;
+    EXPECT_EQ(remarks, 4U) << run.err;
 }
 
 TEST_F(LoadsCliTest, ListingAndExportingChangeNothing) {

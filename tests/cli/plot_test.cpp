@@ -19,6 +19,14 @@ protected:
         return toldJson(words);
     }
 
+    /// The drawing of write_plain.cpp.
+    std::string plainDrawing() {
+        const ProgramRun run =
+            runProgram(fs::path(TALDORK_BIN) / "write_plain", {file("plain.dwg")}, {}, folder.path());
+        EXPECT_EQ(run.code, 0) << run.out << run.err;
+        return file("plain.dwg");
+    }
+
     std::string m_drawing;
 };
 
@@ -99,6 +107,48 @@ TEST_F(PlotTest, OfOneLoadCaseTheOtherLoadsAreLeftOut) {
     EXPECT_LT(first["primitives"].get<int>(), all["primitives"].get<int>());
     EXPECT_EQ(plotted({"--case", "4711"})["leftOut"], loads.size());
     EXPECT_EQ(taldork({"plot", m_drawing, "-o", file("a.svg"), "--case", "one"}).code, 2);
+}
+
+TEST_F(PlotTest, OfAnElementWithLoadsOfSeveralCasesThoseOfOneAreDrawn) {
+    m_drawing = loadedDrawing();
+    const std::string before = readWholeFile(m_drawing);
+    const Json all = plotted({}, "all.svg");
+    const Json first = plotted({"--case", "1"}, "first.svg");
+    const Json second = plotted({"--case", "2"}, "second.svg");
+    const Json none = plotted({"--case", "3"}, "none.svg");
+    const auto primitives = [](const Json& told) { return told["primitives"].get<int>(); };
+    // All but the element of both cases and the beam are loads of the first case.
+    EXPECT_EQ(first["leftOut"], 0);
+    EXPECT_EQ(first["entities"], all["entities"]);
+    EXPECT_LT(primitives(first), primitives(all));
+    EXPECT_EQ(second["leftOut"], 2);
+    EXPECT_EQ(second["entities"], 2);
+    // The beam stays, without its load.
+    EXPECT_EQ(none["leftOut"], 3);
+    EXPECT_EQ(none["entities"], 1);
+    EXPECT_LT(primitives(none), primitives(second));
+    EXPECT_TRUE(readWholeFile(m_drawing) == before);
+}
+
+TEST_F(PlotTest, LayersThatAreNotToBePlottedAreNotOnThePicture) {
+    m_drawing = plainDrawing();
+    const Json json = plotted({});
+    // The line and the outline of the hatch, as large as the page lets them.
+    EXPECT_EQ(json["entities"], 2);
+    EXPECT_EQ(json["primitives"], 2);
+    EXPECT_LT(json["unitsPerMm"].get<double>(), 1.0);
+}
+
+TEST_F(PlotTest, AHatchThatCannotBeEvaluatedIsToldOf) {
+    m_drawing = plainDrawing();
+    const Json failures = plotted({})["failures"];
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0]["reason"], "eExcessiveItemCount");
+    const std::string handle = failures[0]["handle"];
+    EXPECT_NE(told({"plot", m_drawing, "-o", file("a.svg")})
+                  .find("\nnot drawn to its end: " + handle + " (" + failures[0]["kind"].get<std::string>() +
+                        "): eExcessiveItemCount\n"),
+              std::string::npos);
 }
 
 TEST_F(PlotTest, WhatTheHostDoesNotKnowIsCounted) {

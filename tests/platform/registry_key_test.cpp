@@ -160,6 +160,84 @@ TEST_F(RegistryKey, AKeyThatIsDeletedWhileItIsOpenIsNotThere) {
     EXPECT_EQ(registry::createKey(m_key, L"B", registry::kAllAccess, below), registry::kNotFound);
 }
 
+TEST_F(RegistryKey, AWalkSeesWhatIsDeletedAndAddedMeanwhile) {
+    create(L"A");
+    for (const wchar_t* name : {L"1", L"2", L"3", L"4"})
+        registry::setData(m_key, name, 1, "", 0);
+    ASSERT_EQ(value(0), registry::kDone);
+    ASSERT_EQ(value(1), registry::kDone);
+    EXPECT_EQ(m_name, L"2");
+    registry::deleteValue(L"A", L"1");
+    // What was the third is the second now, and so on.
+    ASSERT_EQ(value(2), registry::kDone);
+    EXPECT_EQ(m_name, L"4");
+    EXPECT_EQ(value(3), registry::kNoMoreItems);
+    registry::setData(m_key, L"5", 1, "", 0);
+    ASSERT_EQ(value(3), registry::kDone);
+    EXPECT_EQ(m_name, L"5");
+    EXPECT_EQ(value(4), registry::kNoMoreItems);
+}
+
+TEST_F(RegistryKey, AWalkThroughKeysSeesWhatIsDeletedAndAddedMeanwhile) {
+    for (const wchar_t* path : {L"A\\b", L"A\\c", L"A\\d", L"A"})
+        create(path);
+    const auto key = [&](std::uint32_t index) {
+        return registry::enumerateKey(m_key, index, kRoom, m_name) == registry::kDone ? m_name : L"<none>";
+    };
+    EXPECT_EQ(key(0), L"b");
+    registry::createKey(L"A\\a");
+    EXPECT_EQ(key(1), L"b");
+    EXPECT_EQ(key(2), L"c");
+    registry::deleteKey(L"A\\a");
+    EXPECT_EQ(key(2), L"d");
+    EXPECT_EQ(key(3), L"<none>");
+}
+
+TEST_F(RegistryKey, TwoWalksThroughOneKeyAndStepsInAnyOrderDoNotDisturbEachOther) {
+    create(L"A\\sub");
+    create(L"A");
+    for (const wchar_t* name : {L"1", L"2", L"3"})
+        registry::setData(m_key, name, 1, "", 0);
+    std::wstring found;
+    for (const std::uint32_t index : {0, 1, 2, 1, 2, 0, 0, 1, 2}) {
+        ASSERT_EQ(value(index), registry::kDone);
+        EXPECT_EQ(m_name, std::to_wstring(index + 1));
+        ASSERT_EQ(registry::enumerateKey(m_key, 0, kRoom, found), registry::kDone);
+        EXPECT_EQ(found, L"sub");
+    }
+    // A name that does not fit does not stop the walk.
+    ASSERT_EQ(value(0), registry::kDone);
+    EXPECT_NE(value(1, 1), registry::kDone);
+    ASSERT_EQ(value(1), registry::kDone);
+    EXPECT_EQ(m_name, L"2");
+}
+
+TEST_F(RegistryKey, AWalkGoesOnInTheFileThatIsTheRegistryNow) {
+    create(L"A");
+    registry::setData(m_key, L"1", 1, "", 0);
+    registry::setData(m_key, L"2", 1, "", 0);
+    ASSERT_EQ(value(0), registry::kDone);
+    registry::setRegistryFile(platform::joinPath(m_folder, L"other"));
+    EXPECT_EQ(value(1), registry::kNotFound);
+    registry::createKey(L"A");
+    for (const wchar_t* name : {L"x", L"y", L"z"})
+        registry::setText(L"A", name, L"");
+    ASSERT_EQ(value(1), registry::kDone);
+    EXPECT_EQ(m_name, L"y");
+}
+
+TEST_F(RegistryKey, AWalkThroughManyValuesMeetsEachOnce) {
+    create(L"A");
+    constexpr std::uint32_t count = 3000;
+    for (std::uint32_t i = 0; i < count; ++i)
+        ASSERT_EQ(registry::setData(m_key, std::to_wstring(i), 1, "", 0), registry::kDone);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        ASSERT_EQ(value(i), registry::kDone);
+        ASSERT_EQ(m_name, std::to_wstring(i));
+    }
+    EXPECT_EQ(value(count), registry::kNoMoreItems);
+}
+
 TEST_F(RegistryKey, NoKeyIsAFailure) {
     registry::KeyHandle key = registry::currentUser();
     EXPECT_NE(registry::createKey(nullptr, L"A", registry::kAllAccess, key), registry::kDone);

@@ -103,6 +103,44 @@ TEST_F(Registry, DeletesAValue) {
     EXPECT_EQ(registry::deleteValue(L"A", L"X"), registry::kNotFound);
 }
 
+TEST_F(Registry, BackslashesAroundAPathDoNotCount) {
+    ASSERT_EQ(registry::createKey(L"\\\\A\\\\B\\"), registry::kDone);
+    EXPECT_EQ(registry::setText(L"\\A\\B", L"x", L"y"), registry::kDone);
+    EXPECT_EQ(text(L"A\\B", L"x"), L"y");
+    EXPECT_TRUE(registry::keyExists(L"\\A\\B"));
+    EXPECT_EQ(registry::deleteKey(L"\\A\\B"), registry::kDone);
+    EXPECT_FALSE(registry::keyExists(L"A\\B"));
+}
+
+TEST_F(Registry, PathsAndNamesEndAtTheirFirstZero) {
+    const std::wstring_view path(L"A\0B", 3), name(L"x\0y", 3);
+    ASSERT_EQ(registry::createKey(path), registry::kDone);
+    EXPECT_EQ(registry::setText(path, name, L"one"), registry::kDone);
+    EXPECT_EQ(text(L"A", L"x"), L"one");
+    EXPECT_EQ(registry::setText(L"A", L"x", L"two"), registry::kDone);
+    registry::Value value;
+    ASSERT_EQ(registry::getValue(path, std::wstring_view(L"X\0z", 3), value), registry::kDone);
+    EXPECT_EQ(value.text, L"two");
+    std::vector<registry::NamedValue> values;
+    ASSERT_EQ(registry::listValues(path, values), registry::kDone);
+    ASSERT_EQ(values.size(), 1u);
+    EXPECT_EQ(values[0].name, L"x");
+    EXPECT_EQ(registry::deleteValue(path, name), registry::kDone);
+    EXPECT_EQ(text(L"A", L"x"), L"<none>");
+    EXPECT_EQ(registry::deleteKey(path), registry::kDone);
+    EXPECT_FALSE(registry::keyExists(L"A"));
+}
+
+TEST_F(Registry, TheRootIsNotDeleted) {
+    registry::createKey(L"A");
+    registry::setText(L"", L"x", L"own");
+    for (const std::wstring_view path :
+         {std::wstring_view(L""), std::wstring_view(L"\\"), std::wstring_view(L"\0A", 2)})
+        EXPECT_EQ(registry::deleteKey(path), registry::kNotFound);
+    EXPECT_TRUE(registry::keyExists(L"A"));
+    EXPECT_EQ(text(L"", L"x"), L"own");
+}
+
 TEST_F(Registry, AFileThatIsNoRegistryIsAFailure) {
     ASSERT_TRUE(platform::makeFolders(platform::folderOf(registry::registryFile())));
     const char junk[] = "this is no registry, but it is long enough to be read as the beginning of a file";

@@ -70,9 +70,9 @@ std::string shapeOf(const Primitive& p) {
         line += " " + std::to_string(number);
     if (isText) {
         line += " '" + platform::toUtf8(p.text) + "' height " + text(p.height);
-        if (p.widthFactor != 1.0)
+        if (text(p.widthFactor) != "1")
             line += " width " + text(p.widthFactor);
-        if (p.oblique != 0.0)
+        if (text(p.oblique) != "0")
             line += " oblique " + text(p.oblique);
         line += " along" + triple(p.direction);
     }

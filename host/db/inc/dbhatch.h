@@ -135,11 +135,13 @@ protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     // The lines. eCannotExplodeEntity for a solid fill, or where there are none.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const override;
+    // Its lines or its area. Throws the status of evaluateHatch, behind the loops' outlines, where that
+    // fails: whoever draws tells of it.
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override;
 
 private:
     void changed();
-    // Evaluated if it is not there; empty where that fails.
+    // Evaluated if it is not there; empty, with the status, where that fails.
     const embedded::HatchPicture& picture() const;
     std::unique_ptr<embedded::HatchFields> m_fields;
     mutable std::unique_ptr<embedded::HatchPicture> m_picture;

@@ -54,9 +54,9 @@ std::wstring GenericLoad::getDisplayText(int index) const {
 struct GenericLoad::VertexText {
     std::wstring text;
     double height = 0.0;
-    AcGeVector3d direction; // of the load
-    AcGePoint3d point;      // on the curve or in the area
-    double value = 0.0;     // there
+    AcGeVector3d direction;         // of the load
+    AcGePoint3d point;              // on the curve or in the area
+    double value = 0.0;             // there
     bool isAttachmentAsked = false; // else it is centred
 };
 

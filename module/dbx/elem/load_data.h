@@ -26,7 +26,8 @@ struct EditTwoVerticesData {
     double m_length = 0.0;
 };
 
-// Positions closer than kLoadValueTolerance are the same; lengths as isEqualLoadValue has it.
+// Positions closer than kLoadValueTolerance are the same; lengths as isEqualLoadValue has it (both in
+// vertex_list_util.h).
 TALDORK_API bool operator==(const EditTwoVerticesData& left, const EditTwoVerticesData& right);
 inline bool operator!=(const EditTwoVerticesData& left, const EditTwoVerticesData& right) {
     return !(left == right);
@@ -43,12 +44,12 @@ struct TALDORK_API LoadData {
     // Writes the record into the cursor's node. State, and of the geometry all but the two positions, are
     // left out. What the node holds besides stays there.
     static void save(KeyValueTreeReaderWriter& rw, const LoadData& data);
-    // Reads it back, into a record that may hold something already. A value that is missing, or that cannot be
-    // converted and is told on orvBeep, leaves kind, type and value 1 as they are, and makes the name empty.
-    // Load cases are added to those that the record has; of as many as the node counts a missing one is 0.
-    // What may be absent stays as it is unless its flag says that it is there, and is then the node's value,
-    // or, where that is missing: distribution 0, distribution curve 1, values 2 and 3 0.0, positions 0.0 and
-    // 1.0. Geometry that is read has modes 0, no element and length 0.
+    // Reads it back, into a record that may hold something already. A value that is missing, or that cannot
+    // be converted and is told on orvBeep, leaves kind, type and value 1 as they are, and makes the name
+    // empty. Load cases are added to those that the record has; of as many as the node counts a missing one
+    // is 0. What may be absent stays as it is unless its flag says that it is there, and is then the node's
+    // value, or, where that is missing: distribution 0, distribution curve 1, values 2 and 3 0.0, positions
+    // 0.0 and 1.0. Geometry that is read has modes 0, no element and length 0.
     static void load(KeyValueTreeReaderWriter& rw, LoadData& data);
 
     int m_state = 1; // the front end's; neither saved nor compared

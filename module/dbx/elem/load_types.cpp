@@ -3,6 +3,7 @@
 #include "base/assert.h"
 #include "dbx/doc/system.h"
 #include "dbx/elem/finite_value.h"
+#include "dbx/elem/load_settings.h"
 
 #include <algorithm>
 #include <cmath>

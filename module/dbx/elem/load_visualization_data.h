@@ -37,10 +37,10 @@ struct LoadVisualizationData {
     bool owned = false;
     double scale = 1.0;                     // of the value, for the length of its arrow
     ORV_SegmentedCurve* visCurve = nullptr; // not owned
-    // How large the load is at a distance along the curve, or at a point: one of them is set. They are kept
-    // and called until the arrows are laid out anew, so what they hold has to live that long. `visCurve` may
-    // be a curve that is made for one export and gone behind it: a function for that data must not be kept
-    // elsewhere, and one for a drawing must not hold that curve.
+    // How large the load is at a distance along the curve, or at a point: one of them is set. They are kept,
+    // and called for texts, until the arrows are laid out anew: what they hold has to live as long. An export
+    // has data of its own, whose curve may be there for that export only: what is made of that curve must not
+    // be kept in the load, nor get into the functions of the load's picture.
     boost::function<double(double)> getValueAtDistFn;
     boost::function<double(const AcGePoint3d&)> getValueAtPosFn;
     double arrowLength = 0.2; // of the longest head

@@ -18,6 +18,7 @@
 #include "orvcore/warn_on_new_version.h"
 #include "orvshape/element_contexts.h"
 #include "orvshape/endpoint_interface.h"
+#include "orvshape/geom.h"
 
 #include <boost/make_shared.hpp>
 
@@ -191,7 +192,9 @@ TEST_F(ElementTest, ASectionOfANewerVersionOrWithAWrongEndIsNotTaken) {
     SectionPlugin read(Section{L"old", L"", 1.0, 1.0});
     orv_forgetNewVersionWarnings();
     const ConsoleRecorder console;
+    const ReportRecorder newer;
     EXPECT_FALSE(load(read, kFrameBegin + "03 00 00 00 " + kName + kSizes + kMaterial + kMagic + kFrameEnd));
+    EXPECT_EQ(newer.conditions(), Texts{"version <= kVersion"});
     EXPECT_NE(console.text().find(L"version 3"), std::wstring::npos);
     const ReportRecorder reports;
     EXPECT_FALSE(
@@ -343,6 +346,41 @@ TEST_F(ElementTest, AFrameIsDrawnWithTheNamesOfItsSections) {
     EXPECT_EQ(texts[L"d = 22 cm"], 4);
     EXPECT_EQ(arcs, 1);
     EXPECT_EQ(marks, static_cast<int>(made.nodes.size()));
+}
+
+constexpr double kRounding = 1e-6;
+
+AcGeVector3d screenRight(const embedded::ViewParameters& view) {
+    AcGeVector3d right = view.direction.perpVector();
+    right.rotateBy(-view.twist, view.direction);
+    return right;
+}
+
+TEST_F(ElementTest, NamesOfSectionsCanBeReadFromEverywhere) {
+    frame();
+    for (const AcGeVector3d& from :
+         {AcGeVector3d(0, 0, 1), AcGeVector3d(0, 0, -1), AcGeVector3d(0, -1, 0), AcGeVector3d(0, 1, 0),
+          AcGeVector3d(1, 0, 0), AcGeVector3d(-1, -1, 1), AcGeVector3d(-1, -3, 1.6), AcGeVector3d(1, 3, 1)})
+        for (const double twist : {0.0, 2.0}) {
+            embedded::ViewParameters view;
+            view.direction = from;
+            view.twist = twist;
+            const AcGeVector3d right = screenRight(view);
+            const AcGeVector3d up = from.crossProduct(right);
+            int names = 0;
+            for (const embedded::Primitive& primitive : embedded::draw(*db, view).primitives) {
+                if (primitive.kind != embedded::PrimitiveKind::kText ||
+                    primitive.ownerClass == structure::Load::desc())
+                    continue;
+                ++names;
+                EXPECT_TRUE(primitive.ofViewport);
+                EXPECT_TRUE(primitive.normal.isEqualTo(from.normal(), orv::geom::gTol));
+                const double toRight = primitive.direction.dotProduct(right);
+                EXPECT_GT(toRight, -kRounding) << "from right to left";
+                EXPECT_TRUE(toRight > kRounding || primitive.direction.dotProduct(up) > 0.0) << "downwards";
+            }
+            EXPECT_EQ(names, 32);
+        }
 }
 
 TEST_F(ElementTest, EveryKindKnowsItsExtentsSnapPointsAndParts) {

@@ -6,6 +6,7 @@
 #include "embedded/display_list.h"
 #include "embedded/session.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -127,6 +128,83 @@ TEST_F(LoadDrawingTest, PeaksAndCornersHaveAnArrowOfTheirOwn) {
                 lengthOf(5.0), kRounding);
 }
 
+TEST_F(LoadDrawingTest, ALineWithFewerValuesThanPiecesIsDrawn) {
+    LoadProperties properties = linear(0.0, 0.0);
+    properties.values = {8.0};
+    const std::vector<AcGePoint3d> bent = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {3, 1, 0}, {3, 5, 0}};
+    const AcDbObjectId uniform = addBound(Load::alongLine(bent, properties));
+    EXPECT_GE(stemsOf(uniform).size(), kArrows);
+    for (const Primitive& stem : stemsOf(uniform))
+        EXPECT_NEAR(stem.points[1].z, lengthOf(8.0), kRounding);
+    EXPECT_EQ(textsOf(uniform), std::vector<std::wstring>{L"8 kN/m"});
+    properties.shape = LoadShape::kQuadraticMid;
+    properties.values = {0.0, 8.0, 0.0};
+    const AcDbObjectId arched = addBound(Load::alongLine(bent, properties));
+    double highest = 0.0;
+    for (const Primitive& stem : stemsOf(arched)) {
+        double distance = 0.0;
+        ASSERT_EQ(Open<Load>(arched)->getDistAtPoint(stem.points[0], distance), Acad::eOk);
+        const double share = distance / 8.0;
+        EXPECT_NEAR(stem.points[1].z, lengthOf(8.0) * 4.0 * share * (1.0 - share), kRounding);
+        highest = std::max(highest, stem.points[1].z);
+    }
+    EXPECT_NEAR(highest, lengthOf(8.0), kRounding);
+    EXPECT_EQ(textsOf(arched), std::vector<std::wstring>{L"8 kN/m"}) << "what lies between is not told";
+    EXPECT_EQ(reports.conditions(), testing_support::Texts());
+}
+
+TEST_F(LoadDrawingTest, ALineOfManyPiecesHasNoMoreArrowsThanOthersAndShowsItsPeaks) {
+    std::vector<AcGePoint3d> zigzag;
+    for (int i = 0; i <= 10000; ++i)
+        zigzag.emplace_back(0.01 * i, i % 2 * 0.01, 0.0);
+    LoadProperties properties = linear(0.0, 0.0);
+    properties.values.assign(zigzag.size(), 2.0);
+    properties.values[3333] = 6.0;
+    const AcDbObjectId load = addBound(Load::alongLine(zigzag, properties));
+    const std::vector<Primitive> stems = stemsOf(load);
+    EXPECT_EQ(stems.size(), 51u);
+    EXPECT_TRUE(std::is_sorted(stems.begin(), stems.end(), [](const Primitive& a, const Primitive& b) {
+        return a.points[0].x < b.points[0].x;
+    }));
+    const auto highest =
+        std::max_element(stems.begin(), stems.end(), [](const Primitive& a, const Primitive& b) {
+            return a.points[1].z < b.points[1].z;
+        });
+    EXPECT_NEAR(highest->points[0].x, 33.33, kRounding);
+    EXPECT_NEAR(highest->points[1].z, lengthOf(6.0), kRounding);
+    // So much data is told of, but no harm.
+    for (const std::string& condition : reports.conditions())
+        EXPECT_EQ(condition, "pluginDataSize <= (1024*10)");
+}
+
+TEST_F(LoadDrawingTest, AFullRowOfArrowsGivesOneForAPeakInBetween) {
+    // 50 intervals of 2; a peak at 33.3.
+    LoadProperties properties = linear(2.0, 2.0);
+    const AcDbObjectId load = addBound(Load::alongLine({{0, 0, 0}, {100, 0, 0}}, properties));
+    ASSERT_EQ(stemsOf(load).size(), 51u);
+    {
+        const Open<Load> open(load, AcDb::kForWrite);
+        std::deque<orv::elem::LoadVertex> vertices(3);
+        vertices[0].value = vertices[2].value = 2.0;
+        vertices[1].value = 6.0;
+        vertices[1].position = 0.333;
+        vertices[2].position = 1.0;
+        open->plugin()->setVertices(vertices);
+    }
+    const std::vector<Primitive> stems = stemsOf(load);
+    ASSERT_EQ(stems.size(), 51u);
+    std::vector<double> places;
+    double highest = 0.0;
+    for (const Primitive& stem : stems) {
+        places.push_back(stem.points[0].x);
+        highest = std::max(highest, stem.points[1].z);
+    }
+    EXPECT_NEAR(highest, lengthOf(6.0), kRounding);
+    EXPECT_NEAR(places[17], 33.3, kRounding) << "that of 34";
+    EXPECT_NEAR(places[16], 32.0, kRounding);
+    EXPECT_NEAR(places[18], 36.0, kRounding);
+}
+
 TEST_F(LoadDrawingTest, ALoadOfTheExportHasItsOwnValuesHoweverTheyAreDrawn) {
     LoadProperties properties;
     properties.shape = LoadShape::kQuadraticStart;
@@ -220,6 +298,33 @@ TEST_F(LoadDrawingTest, AnAreaHasItsTextsAtTheCornersAndAHatch) {
     EXPECT_GT(inside, 0u) << "lines of the hatch";
 }
 
+TEST_F(LoadDrawingTest, AnAreaWhoseFirstCornersStandInALineHasThePlaneOfTheOthers) {
+    LoadProperties properties;
+    properties.shape = LoadShape::kPlanar;
+    properties.values = {2.0, 4.0, 6.0, 6.0, 2.0};
+    const AcDbObjectId load =
+        addBound(Load::overArea({{0, 0, 3}, {2, 0, 3}, {4, 0, 3}, {4, 2, 3}, {0, 2, 3}}, properties));
+    const auto points = Open<Load>(load)->plugin()->getVerticesForExport();
+    ASSERT_GE(points.size(), 5u);
+    for (const auto& vertex : points)
+        EXPECT_NEAR(vertex.value, 2.0 + vertex.point.x, kRounding);
+    EXPECT_FALSE(stemsOf(load).empty());
+}
+
+TEST_F(LoadDrawingTest, AnAreaWhoseVerticesAllStandInALineIsUniform) {
+    LoadProperties properties;
+    properties.shape = LoadShape::kPlanar;
+    properties.values = {5.0, 6.0, 7.0};
+    const AcDbObjectId load =
+        addBound(Load::overArea({{0, 0, 3}, {4, 0, 3}, {4, 2, 3}, {0, 2, 3}}, properties));
+    for (auto& vertex : Open<Load>(load, AcDb::kForWrite)->plugin()->getVerticesForWrite())
+        vertex.point.y = 0.0;
+    const auto points = Open<Load>(load)->plugin()->getVerticesForExport();
+    ASSERT_GE(points.size(), 4u);
+    for (const auto& vertex : points)
+        EXPECT_EQ(vertex.value, 5.0);
+}
+
 TEST_F(LoadDrawingTest, TheExportOfAPlanarAreaHasTheValuesOfItsPlane) {
     LoadProperties properties;
     properties.shape = LoadShape::kPlanar;
@@ -266,6 +371,57 @@ TEST_F(LoadDrawingTest, ALocalLoadTurnsWithItsBeamAlsoThroughAnUndo) {
     EXPECT_EQ(stemsOf(load).size(), 0u) << "along Y";
     ASSERT_TRUE(embedded::undo(*db));
     EXPECT_EQ(stemsOf(load).size(), kArrows);
+}
+
+TEST_F(LoadDrawingTest, ALocalLoadTurnsWithABeamThatIsDraggedUnderItAlsoThroughAnUndo) {
+    const AcDbObjectId bent = addBeam(AcGePoint3d(0.0, 0.0, 3.0), AcGePoint3d(3.0, 0.0, 3.0));
+    ASSERT_EQ(Open<Beam>(bent, AcDb::kForWrite)->appendLineTo(AcGePoint3d(6.0, 0.0, 3.0)), Acad::eOk);
+    LoadProperties properties = linear(5.0, 5.0);
+    properties.type = 13;
+    const AcDbObjectId load = addLoad(bent, 0.5, 1.0, properties);
+    const std::size_t upright = stemsOf(load).size();
+    EXPECT_GE(upright, 3u);
+    embedded::beginCommand(*db);
+    {
+        // The first half stands then: the load's curve stays, and the axes lean.
+        AcDbIntArray first;
+        first.append(0);
+        EXPECT_EQ(
+            Open<AcDbEntity>(bent, AcDb::kForWrite)->moveGripPointsAt(first, AcGeVector3d(3.0, 0.0, -3.0)),
+            Acad::eOk);
+    }
+    structure::processMovedElements(*db);
+    EXPECT_TRUE(isAt(startOf(load), 3.0, 0.0, 3.0));
+    EXPECT_EQ(stemsOf(load).size(), 0u) << "across the beam";
+    ASSERT_TRUE(embedded::undo(*db));
+    EXPECT_EQ(stemsOf(load).size(), upright);
+}
+
+TEST_F(LoadDrawingTest, ALocalLoadThatLostItsBeamShowsItsValuesOnItsCurveAndNoArrows) {
+    LoadProperties properties = linear(4.0, 8.0);
+    properties.type = 13;
+    const AcDbObjectId load = addLoad(beam, 0.0, 1.0, properties);
+    AcRxObject* raw = nullptr;
+    {
+        const Open<Load> original(load);
+        raw = original->clone();
+    }
+    const AcDbObjectId copy = append(AcDbEntity::cast(raw));
+    structure::processMovedElements(*db);
+    ASSERT_TRUE(beamOf(copy).isNull());
+    EXPECT_FALSE(stemsOf(load).empty());
+    EXPECT_TRUE(stemsOf(copy).empty());
+    EXPECT_EQ(textsOf(copy), (std::vector<std::wstring>{L"4 kN/m", L"8 kN/m"}));
+    // Each has a dot; those of the copy lie on the beam, the others at the arrows' tails.
+    const auto dots = [&](const AcDbObjectId& id) {
+        std::vector<double> levels;
+        for (const Primitive& primitive : drawn(id))
+            if (primitive.kind == PrimitiveKind::kCircle)
+                levels.push_back(primitive.points[0].z);
+        return levels;
+    };
+    EXPECT_EQ(dots(copy), (std::vector<double>{3.0, 3.0}));
+    EXPECT_NE(dots(load), dots(copy));
 }
 
 TEST_F(LoadDrawingTest, ALoadThatMovedWithItsBeamIsDrawnThere) {

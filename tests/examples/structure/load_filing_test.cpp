@@ -70,10 +70,12 @@ TEST_F(LoadFilingTest, AShapeOfANewerVersionAnUnknownOneAndAWrongEndAreNotTaken)
     plugin.setUnit(L"old");
     orv_forgetNewVersionWarnings();
     const ConsoleRecorder console;
+    const ReportRecorder newer;
     const auto loads = [&](const std::string& own) {
         return load(plugin, kFrameBegin + kFree + own + kFrameEnd);
     };
     EXPECT_FALSE(loads("02 00 00 00 04 00 00 00 " + kUnit + "44 4c 54 53"));
+    EXPECT_EQ(newer.conditions(), Texts{"version <= kShapeVersion"});
     EXPECT_NE(console.text().find(L"version 2"), std::wstring::npos);
     EXPECT_FALSE(loads("01 00 00 00 09 00 00 00 " + kUnit + "44 4c 54 53"));
     const ReportRecorder ends;

@@ -88,6 +88,31 @@ TEST_F(LoadsTest, ADraggedBeamEndStretchesItsLoads) {
     EXPECT_TRUE(isAt(endOf(load), 8.0, 0.0, 3.0));
 }
 
+TEST_F(LoadsTest, ALocalLoadIsDrawnAnewWhereItsBeamTurnsUnderIt) {
+    LoadProperties properties;
+    properties.values = {5.0};
+    const AcDbObjectId weight = addLoad(beam, 0.0, 0.0, properties);
+    properties.type = 13;
+    const AcDbObjectId local = addLoad(beam, 0.0, 0.0, properties);
+    // Opening for write takes the marks of before away.
+    for (const AcDbObjectId& load : {weight, local}) {
+        const Open<AcDbEntity> open(load, AcDb::kForWrite);
+        EXPECT_FALSE(open->isModifiedGraphics());
+    }
+    const AcGePoint3d before = vertexOf(local, 0);
+    {
+        AcDbIntArray last;
+        last.append(1);
+        EXPECT_EQ(
+            Open<AcDbEntity>(beam, AcDb::kForWrite)->moveGripPointsAt(last, AcGeVector3d(0.0, 0.0, 6.0)),
+            Acad::eOk);
+    }
+    structure::processMovedElements(*db);
+    EXPECT_EQ(vertexOf(local, 0), before) << "it stands at the other end";
+    EXPECT_TRUE(Open<AcDbEntity>(local)->isModifiedGraphics());
+    EXPECT_FALSE(Open<AcDbEntity>(weight)->isModifiedGraphics()) << "it looks as before";
+}
+
 TEST_F(LoadsTest, ABeamIsCopiedWithItsLoads) {
     const AcDbObjectId load = addLoad(beam, 0.0, 1.0, linear(1.0, 2.0));
     const std::vector<std::uint8_t> original = streamOf(load);
@@ -313,6 +338,59 @@ TEST_F(LoadsTest, AFreeLoadStaysAndItsVerticesGoWithItsCurve) {
     // The vertex stays at the corner.
     EXPECT_TRUE(isAt(vertexOf(line, 1), 1.5, 0.0, 1.5));
     EXPECT_NEAR(Open<Load>(line)->plugin()->getVertices()[1].position, 1.5 / (1.5 + std::sqrt(9.25)), 1e-12);
+}
+
+std::vector<double> valuesOf(const Load& load) {
+    std::vector<double> values;
+    for (const auto& vertex : load.plugin()->getVertices())
+        values.push_back(vertex.value);
+    return values;
+}
+
+std::vector<double> positionsOf(const Load& load) {
+    std::vector<double> positions;
+    for (const auto& vertex : load.plugin()->getVertices())
+        positions.push_back(vertex.position);
+    return positions;
+}
+
+using Numbers = std::vector<double>;
+// Pieces of 1, 1, 2 and 4.
+const std::vector<AcGePoint3d> kBentLine = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {3, 1, 0}, {3, 5, 0}};
+
+TEST_F(LoadsTest, ALineWithFewerValuesThanCornersHasOneAtEachCorner) {
+    const std::unique_ptr<Load> load = Load::alongLine(kBentLine, linear(0.0, 8.0));
+    EXPECT_EQ(valuesOf(*load), (Numbers{0.0, 1.0, 2.0, 4.0, 8.0}));
+    EXPECT_EQ(positionsOf(*load), (Numbers{0.0, 0.125, 0.25, 0.5, 1.0}));
+    EXPECT_EQ(load->plugin()->getVertices()[2].point, AcGePoint3d(1.0, 1.0, 0.0));
+    LoadProperties single;
+    single.values = {5.0};
+    EXPECT_EQ(valuesOf(*Load::alongLine(kBentLine, single)), Numbers(5, 5.0));
+}
+
+TEST_F(LoadsTest, AValueBetweenTheCornersOfALineIsKept) {
+    LoadProperties properties;
+    properties.values = {0.0, 6.0, 0.0, 3.0};
+    const std::unique_ptr<Load> load =
+        Load::alongLine({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {4, 2, 0}, {4, 4, 0}}, properties);
+    EXPECT_EQ(positionsOf(*load), (Numbers{0.0, 0.25, 1.0 / 3.0, 0.5, 2.0 / 3.0, 0.75, 1.0}));
+    EXPECT_EQ(valuesOf(*load), (Numbers{0.0, 4.5, 6.0, 3.0, 0.0, 0.75, 3.0}));
+}
+
+TEST_F(LoadsTest, AShapeThatGoesByItsMiddleValueHasItInTheMiddleOfItsVertices) {
+    for (const std::size_t pieces : {2u, 3u, 4u, 5u}) {
+        LoadProperties properties;
+        properties.shape = LoadShape::kQuadraticMid;
+        properties.values = {0.0, 8.0, 0.0};
+        std::vector<AcGePoint3d> points;
+        for (std::size_t i = 0; i <= pieces; ++i)
+            points.emplace_back(static_cast<double>(i * i), static_cast<double>(i), 0.0);
+        const Numbers values = valuesOf(*Load::alongLine(points, properties));
+        ASSERT_EQ(values.size(), pieces + 1);
+        EXPECT_EQ(values[values.size() / 2], 8.0) << pieces;
+        EXPECT_EQ(values.front(), 0.0);
+        EXPECT_EQ(values.back(), 0.0);
+    }
 }
 
 TEST_F(LoadsTest, AGripMovesAFreePointLoad) {

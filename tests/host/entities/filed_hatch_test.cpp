@@ -1,6 +1,8 @@
 #include "dbhatch.h"
 #include "filed_entities.h"
 
+#include <limits>
+
 namespace {
 
 void writePoint(BitWriter& out, double x, double y) {
@@ -119,6 +121,44 @@ TEST_F(FiledEntities, APatternedHatchTellsAngleScaleAndLines) {
         ASSERT_EQ(bulges.length(), 3);
         EXPECT_EQ(bulges[2], -0.25);
     });
+}
+
+TEST_F(FiledEntities, ADamagedPatternScaleCountsAsOne) {
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    for (const double scale : {0.0, -3.0, notANumber, std::numeric_limits<double>::infinity()}) {
+        FiledBits bits;
+        writeHead(bits.data, 0.0, {0.0, 0.0, 1.0}, "LINE", false, false);
+        bits.data.bitLong(0);
+        bits.data.bitShort(0);
+        bits.data.bitShort(1); // predefined
+        bits.data.bitDouble(0.0);
+        bits.data.bitDouble(scale);
+        bits.data.bit(false);
+        bits.data.bitShort(1);
+        for (const double number : {0.0, 0.0, 0.0, 0.0, 2.0})
+            bits.data.bitDouble(number);
+        bits.data.bitShort(0);
+        bits.data.bitLong(0);
+        AcDbHatch hatch;
+        ASSERT_EQ(read(hatch, bits), Acad::eOk);
+        ASSERT_EQ(hatch.setPatternScale(5.0), Acad::eOk);
+        EXPECT_EQ(hatch.patternScale(), 5.0);
+        double angle, baseX, baseY, offsetX, offsetY;
+        AcGeDoubleArray dashes;
+        ASSERT_EQ(hatch.getPatternDefinitionAt(0, angle, baseX, baseY, offsetX, offsetY, dashes), Acad::eOk);
+        EXPECT_EQ(offsetY, 10.0) << scale;
+
+        // The same where the host's own pattern takes the place of the damaged one.
+        AcDbHatch other;
+        ASSERT_EQ(read(other, bits), Acad::eOk);
+        ASSERT_EQ(other.setPattern(AcDbHatch::kPreDefined, L"LINE"), Acad::eOk);
+        AcDbHatch fresh;
+        ASSERT_EQ(fresh.setPattern(AcDbHatch::kPreDefined, L"LINE"), Acad::eOk);
+        double freshY;
+        ASSERT_EQ(other.getPatternDefinitionAt(0, angle, baseX, baseY, offsetX, offsetY, dashes), Acad::eOk);
+        ASSERT_EQ(fresh.getPatternDefinitionAt(0, angle, baseX, baseY, offsetX, freshY, dashes), Acad::eOk);
+        EXPECT_EQ(offsetY, freshY) << scale;
+    }
 }
 
 TEST_F(FiledEntities, AUserDefinedHatchTellsItsSpaceWhereOthersTellTheScale) {

@@ -300,6 +300,34 @@ TEST_F(Hatch, OnTheStackItDrawsItsLinesInItsOwnColour) {
     expectBox(extentsOf(hatch), {-2, 5, 0}, {0, 5, 2});
 }
 
+TEST_F(Hatch, OneThatIsTooDenseDrawsItsLoopsAndIsToldOf) {
+    AcDbHatch hatch;
+    makePlainLines(hatch);
+    hatch.setElevation(5.0);
+    append(hatch, square(0, 200000.0));
+    append(hatch, square(1, 2));
+    const embedded::DisplayList list = embedded::draw(hatch);
+    ASSERT_EQ(list.primitives.size(), 2u);
+    for (const embedded::Primitive& loop : list.primitives) {
+        EXPECT_EQ(loop.kind, embedded::PrimitiveKind::kPolygon);
+        EXPECT_EQ(loop.traits.fill, kAcGiFillNever);
+        EXPECT_EQ(loop.points.size(), 4u);
+    }
+    expectBox(list.primitives[0].extents(), {0, 0, 5}, {200000, 200000, 5});
+    ASSERT_EQ(list.failures.size(), 1u);
+    EXPECT_EQ(list.failures[0].ownerClass, AcDbHatch::desc());
+    EXPECT_EQ(list.failures[0].reason, "eExcessiveItemCount");
+}
+
+TEST_F(Hatch, OneWithoutLoopsDrawsNothingAndIsToldOf) {
+    AcDbHatch hatch;
+    makePlainLines(hatch);
+    const embedded::DisplayList list = embedded::draw(hatch);
+    EXPECT_TRUE(list.primitives.empty());
+    ASSERT_EQ(list.failures.size(), 1u);
+    EXPECT_EQ(list.failures[0].reason, "eInvalidInput");
+}
+
 TEST_F(Hatch, ASolidFillDrawsFilledPolygonsThatLeaveItsIslandOut) {
     AcDbHatch hatch;
     append(hatch, square(0, 10));

@@ -1,4 +1,5 @@
 #include "acutmem.h"
+#include "embedded/display_list.h"
 #include "entity_fixture.h"
 #include "gi/text_metrics.h"
 
@@ -150,6 +151,25 @@ TEST_F(TextAndPoint, CodesCountAsTheSignsThatTheyStandFor) {
     EXPECT_EQ(widthOf(L""), 0.0);
     EXPECT_GT(widthOf(L"WWW"), widthOf(L"iii"));
     EXPECT_DOUBLE_EQ(widthOf(L"Beam", 2.0, 0.5), widthOf(L"Beam"));
+}
+
+TEST_F(TextAndPoint, CodesDrawLinesUnderAndOverIt) {
+    const struct {
+        const wchar_t* text;
+        const wchar_t* read;
+        bool isUnderlined, isOverlined;
+    } rows[] = {{L"plain", L"plain", false, false},       {L"%%uunder", L"under", true, false},
+                {L"a%%Ub%%uc", L"abc", true, false},      {L"%%oover%%O!", L"over!", false, true},
+                {L"%%u%%oboth", L"both", true, true},     {L"never%%u", L"never", false, false},
+                {L"on%%o%%ooff", L"onoff", false, false}, {L"%%u%%d", L"\x00B0", true, false}};
+    for (const auto& row : rows) {
+        AcDbText text({0.0, 0.0, 0.0}, row.text);
+        const embedded::DisplayList list = embedded::draw(text);
+        ASSERT_EQ(list.primitives.size(), 1u);
+        EXPECT_EQ(list.primitives[0].text, row.read);
+        EXPECT_EQ(list.primitives[0].style.isUnderlined(), row.isUnderlined) << row.read;
+        EXPECT_EQ(list.primitives[0].style.isOverlined(), row.isOverlined) << row.read;
+    }
 }
 
 TEST_F(TextAndPoint, APointHasExtentsGripsAndSnapsAtItself) {

@@ -199,7 +199,7 @@ TEST_F(DrawnDrawing, WhatADrawThrowsEndsThatEntityAlone) {
     ASSERT_EQ(list.failures.size(), 3u);
     EXPECT_EQ(list.failures[0].reason, "no curve");
     EXPECT_TRUE(list.failures[0].owner == bad);
-    EXPECT_EQ(list.failures[1].reason, "status 3");
+    EXPECT_EQ(list.failures[1].reason, "eInvalidInput");
     EXPECT_EQ(list.failures[2].reason, "something that is no std::exception was thrown");
 }
 
@@ -237,6 +237,24 @@ TEST_F(DrawnDrawing, InvisibleEntitiesAndHiddenLayersShowNothingUnlessAsked) {
     EXPECT_EQ(told(draw()), (Lines{"polygon (0 0 0) (1 0 0)"}));
     m_view.showsHidden = true;
     EXPECT_EQ(draw().primitives.size(), 5u);
+}
+
+TEST_F(DrawnDrawing, WhatIsNotPlottableIsToldWithAllThatIsInside) {
+    const AcDbObjectId block = addBlock(L"B");
+    add(new AcDbLine({0, 0, 0}, {2, 0, 0}), block);
+    auto* around = sketch([&](AcGiWorldDraw& wd) {
+        AcDbBlockReference inside({0, 0, 0}, block);
+        wd.geometry().draw(&inside);
+    });
+    around->flags = AcGiDrawable::kDrawableNotPlottable;
+    add(around);
+    add(sketch());
+    const DisplayList list = draw();
+    ASSERT_EQ(told(list),
+              (Lines{"polyline (0 0 0) (1 0 0)", "polyline (0 0 0) (2 0 0)", "polyline (0 0 0) (1 0 0)"}));
+    EXPECT_FALSE(list.primitives[0].isPlottable);
+    EXPECT_FALSE(list.primitives[1].isPlottable);
+    EXPECT_TRUE(list.primitives[2].isPlottable);
 }
 
 TEST_F(DrawnDrawing, TheContentOfABlockIsDrawnWhereItsReferenceStands) {

@@ -14,8 +14,12 @@ class Sketch : public AcDbEntity {
 public:
     std::function<bool(AcGiWorldDraw&)> world;
     std::function<void(AcGiViewportDraw&)> viewport;
+    Adesk::UInt32 flags = kDrawableNone; // beside those of every entity
 
 protected:
+    Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override {
+        return AcDbEntity::subSetAttributes(traits) | flags;
+    }
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override {
         return world == nullptr || world(*worldDraw);
     }

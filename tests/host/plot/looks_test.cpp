@@ -187,6 +187,28 @@ TEST_F(PlottedLooks, DashesGoAroundCornersAndArcs) {
     EXPECT_TRUE(isGolden("dashed_round"));
 }
 
+TEST_F(PlottedLooks, WhatIsNotToBePlottedIsNotOnThePicture) {
+    const AcDbObjectId screenOnly = addRecord<AcDbLayerTable, AcDbLayerTableRecord>(
+        m_database->layerTableId(), L"SCREEN",
+        [](AcDbLayerTableRecord& layer) { layer.setIsPlottable(false); });
+    across(20.5).traits.layer = m_database->core().roots.layerZero;
+    across(0.5).traits.layer = screenOnly;
+    across(-20.5).isPlottable = false;
+    add(Kind::kPolyline, {{0, -400, 0}, {0, 400, 0}}).traits.layer = screenOnly;
+    const AcDbExtents box = embedded::eyeExtents(m_list, m_view);
+    EXPECT_EQ(box.minPoint().y, 20.5);
+    EXPECT_EQ(box.maxPoint().y, 20.5);
+    EXPECT_EQ(darkRows(40, 20, 30), 1);
+    EXPECT_EQ(darkRows(40), 1);
+    EXPECT_EQ(darkRows(60), 1);
+
+    // The screen has them all.
+    EXPECT_EQ(m_list.primitives.size(), 4u);
+    embedded::leaveOutNotPlotted(m_list);
+    ASSERT_EQ(m_list.primitives.size(), 1u);
+    EXPECT_EQ(m_list.primitives[0].points[0].y, 20.5);
+}
+
 TEST_F(PlottedLooks, LayersThatAreOffOrFrozenAreNotDrawn) {
     const auto addLine = [&](const AcDbObjectId& layer, double y) {
         AcDbBlockTableRecord* space = nullptr;

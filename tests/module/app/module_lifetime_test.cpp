@@ -1,6 +1,8 @@
 // The module under the real linker: from its loading to the unloading of the whole family.
 
 #include "app/class_table.h"
+#include "app/extension_record.h"
+#include "app/linker.h"
 #include "app/taldork_dbx_application.h"
 #include "dbx/keyvalue_serialization.h"
 #include "embedded/applications.h"
@@ -117,6 +119,37 @@ TEST_F(ModuleLifetime, AnUnloadAsksForTheFamilyWithTheTypesDroppedBeforeTheFirst
                      "orv_tondrik191_x64.dbx", "drennoc.arx", "drennoc191_x64.dbx", "hasmuir191_x64.dbx",
                      "quillet.arx", "quillet191_x64.dbx", "kelmoran.arx", "kelmoran191_x64.dbx",
                      "taldork.arx", "taldork191_x64.dbx", "orv_brisel191_x64.dbx"}));
+}
+
+TEST_F(ModuleLifetime, WithoutALinkerTheTypesAreDroppedAndTheFrameIsTakenDown) {
+    registerType();
+    Taldork_DBX_Application application;
+    {
+        LinkerRecorder linker;
+        int packet = 0;
+        ASSERT_EQ(application.On_kInitAppMsg(&packet), AcRx::kRetOK);
+        application.loadDependency(L"dependency.dbx");
+    }
+    ASSERT_TRUE(orv::ExtensionRecord::instance().isAttached());
+    AcRxObject* const entry = acrxSysRegistry()->remove(ACRX_DYNAMIC_LINKER);
+    EXPECT_EQ(orv::linker(), nullptr);
+    EXPECT_EQ(application.On_kUnloadAppMsg(nullptr), AcRx::kRetOK);
+    Adesk::UInt32 id = 0;
+    acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, entry, id);
+    EXPECT_FALSE(hasType(typeid(int)));
+    EXPECT_FALSE(orv::ExtensionRecord::instance().isAttached());
+}
+
+TEST_F(ModuleLifetime, SomethingElseInTheLinkersPlaceIsNoLinker) {
+    struct Other : AcRxObject {
+    } other;
+    Adesk::UInt32 id = 0;
+    AcRxObject* const entry = acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, &other, id);
+    EXPECT_EQ(orv::linker(), nullptr);
+    Taldork_DBX_Application application;
+    EXPECT_EQ(application.On_kUnloadAppMsg(nullptr), AcRx::kRetOK);
+    acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, entry, id);
+    EXPECT_NE(orv::linker(), nullptr);
 }
 
 TEST_F(ModuleLifetime, TheFramesOwnUnloadingComesLast) {

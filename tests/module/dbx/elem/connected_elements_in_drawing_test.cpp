@@ -271,6 +271,20 @@ TEST_F(ConnectedInDrawing, AnObjectThatIsOpenElsewhereIsPassedOver) {
     EXPECT_EQ(recorder.size(), 0u);
 }
 
+TEST_F(ConnectedInDrawing, AnObjectThatIsOpenForANoticeIsPassedOver) {
+    ReportRecorder recorder;
+    const AcDbObjectId id = element(kErase | kRefresh, {one, two});
+    AcDbEntity* told = nullptr;
+    ASSERT_EQ(acdbOpenObject(told, one, AcDb::kForNotify), Acad::eOk);
+    move(id);
+    EXPECT_FALSE(told->isModifiedGraphics());
+    EXPECT_TRUE(isMarked(two));
+    erase(id);
+    told->close();
+    EXPECT_EQ(areErased(), (Flags{false, true, false}));
+    EXPECT_EQ(recorder.size(), 0u);
+}
+
 TEST_F(ConnectedInDrawing, ARefusedEraseIsReportedAndTheWalkGoesOn) {
     refuse(two);
     ReportRecorder recorder;

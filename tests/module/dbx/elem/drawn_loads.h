@@ -43,7 +43,9 @@ public:
     void onViewportDraw(orv::AcadViewportDraw& vd, orv::System& system) override;
     using GenericLoad::_draw_areaload_text_at;
     using GenericLoad::_draw_lineload_text_at;
+    using GenericLoad::getOwnCurve;
     using GenericLoad::onWorldDraw;
+    using GenericLoad::setOwnCurve;
 };
 
 // A curve that is an element. It shows itself too where a picture is to be looked at.

@@ -53,7 +53,7 @@ TEST(ElementLoad, SettingItsElementLeavesThatOfEveryLoadAsItWas) {
     element.addPlugin(load);
     generic(*load).setElement(ids.a);
     load->hooks.clear();
-    forgetRefresh(*load);
+    drawOnce(*load);
     element.readChecks = element.writeChecks = 0;
     load->setElement(ids.b);
     EXPECT_EQ(element.writeChecks, 1);

@@ -83,12 +83,12 @@ TEST(GenericLoadBody, OfVersion3IsRead) {
     plugin.setVertices(verticesOf(3));
     plugin.setLoadCases({8, 9});
     plugin.hooks.clear();
-    forgetRefresh(plugin);
-    ownCurve(plugin).reset(new ORV_SegmentedCurve);
+    drawOnce(plugin);
+    ASSERT_TRUE(plugin.getOwnCurve());
     EXPECT_TRUE(load(plugin, {kGenericHex, {ids.a}}));
     expectGeneric(plugin, ids.a);
     EXPECT_TRUE(plugin.refreshGraphics());
-    EXPECT_FALSE(ownCurve(plugin));
+    EXPECT_FALSE(plugin.getOwnCurve());
     EXPECT_TRUE(plugin.hooks.empty()) << "loading is no change";
 }
 
@@ -96,20 +96,20 @@ TEST(GenericLoadBody, OfVersion2LeavesTheElementNullEvenIfTheLoadWasAttached) {
     const SomeIds ids;
     PlainLoad plugin;
     plugin.setElement(ids.b);
-    forgetRefresh(plugin);
-    ownCurve(plugin).reset(new ORV_SegmentedCurve);
+    drawOnce(plugin);
+    ASSERT_TRUE(plugin.getOwnCurve());
     EXPECT_TRUE(load(plugin, {kBody2, {ids.a}}));
     expectGeneric(plugin, AcDbObjectId());
     EXPECT_TRUE(plugin.refreshGraphics());
-    EXPECT_FALSE(ownCurve(plugin));
+    EXPECT_FALSE(plugin.getOwnCurve());
 }
 
 TEST(GenericLoadBody, OfVersion1TakesVerticesAndLoadCasesAwayAndNothingElse) {
     const SomeIds ids;
     PlainLoad plugin;
     fillGeneric(plugin, ids.b);
-    forgetRefresh(plugin);
-    ownCurve(plugin).reset(new ORV_SegmentedCurve);
+    drawOnce(plugin);
+    ASSERT_TRUE(plugin.getOwnCurve());
     EXPECT_TRUE(load(plugin, {kBody1, {ids.a}}));
     EXPECT_EQ(plugin.numVertices(), 0u);
     EXPECT_TRUE(plugin.getLoadCases().empty());
@@ -118,7 +118,7 @@ TEST(GenericLoadBody, OfVersion1TakesVerticesAndLoadCasesAwayAndNothingElse) {
     EXPECT_EQ(plugin.getCategory(), 4);
     EXPECT_EQ(plugin.getDistribution(), orv::elem::kLineLoad);
     EXPECT_EQ(plugin.getElement(), ids.b);
-    EXPECT_TRUE(ownCurve(plugin));
+    EXPECT_TRUE(plugin.getOwnCurve());
     EXPECT_TRUE(plugin.refreshGraphics());
 }
 
@@ -128,14 +128,14 @@ TEST(GenericLoadBody, OfVersion4IsRefusedWithNothingTaken) {
     ReportRecorder recorder;
     PlainLoad plugin;
     fillGeneric(plugin, ids.b);
-    forgetRefresh(plugin);
-    ownCurve(plugin).reset(new ORV_SegmentedCurve);
+    drawOnce(plugin);
+    ASSERT_TRUE(plugin.getOwnCurve());
     std::uint64_t taken = 0;
     const StoredBody body("04" + kGenericHex.substr(2), {ids.a});
     EXPECT_FALSE(body.read([&plugin](auto& archive) { return plugin.onLoad(archive, 1); }, &taken));
     EXPECT_EQ(taken, 4u);
     expectGeneric(plugin, ids.b);
-    EXPECT_TRUE(ownCurve(plugin));
+    EXPECT_TRUE(plugin.getOwnCurve());
     EXPECT_TRUE(plugin.refreshGraphics()) << "asked for by every loading";
     ASSERT_EQ(recorder.size(), 1u);
     EXPECT_EQ(recorder.at(0).condition, "version <= kVersion");

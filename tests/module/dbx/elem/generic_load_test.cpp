@@ -55,7 +55,7 @@ TEST(GenericLoad, BeginsFreeInSpaceAsAPointLoadAlongGravityOfNoLoadCase) {
     EXPECT_TRUE(load.getVertices().empty());
     EXPECT_EQ(load.numVertices(), 0u);
     EXPECT_FALSE(load.refreshGraphics());
-    EXPECT_FALSE(ownCurve(load));
+    EXPECT_FALSE(load.getOwnCurve());
 }
 
 TEST(GenericLoad, ItsVertexHasTheDefaultsOfEveryLoad) {
@@ -136,6 +136,8 @@ TEST(GenericLoad, EachSetterChecksAsksForNewArrowsAndTellsItsOwnChange) {
          {}},
         {"setElement", [&ids](PlainLoad& load) { load.setElement(ids.a); }, 3, true, {"onElementChanged"}},
         {"getVerticesForWrite", [](PlainLoad& load) { load.getVerticesForWrite(); }, 1, true, {}},
+        {"setOwnCurve", [](PlainLoad& load) { load.setOwnCurve(shortCurve()); }, 1, true, {}},
+        {"setOwnCurve, none", [](PlainLoad& load) { load.setOwnCurve({}); }, 1, true, {}},
         {"onMoved", [](PlainLoad& load) { load.onMoved(); }, 1, true, {}},
         {"onPostTransform",
          [](PlainLoad& load) { load.onPostTransform(AcGeMatrix3d::kIdentity); },
@@ -150,7 +152,7 @@ TEST(GenericLoad, EachSetterChecksAsksForNewArrowsAndTellsItsOwnChange) {
         TestElement element;
         PlainLoad& load = LoadOn(element).load;
         load.getVerticesForWrite() = verticesOf(3);
-        forgetRefresh(load);
+        drawOnce(load);
         element.readChecks = element.writeChecks = 0;
         row.call(load);
         EXPECT_EQ(element.writeChecks, row.writeChecks);
@@ -170,6 +172,7 @@ TEST(GenericLoad, EachGetterChecksForReadAndAsksForNothing) {
         {"getCategory", [](const PlainLoad& load) { load.getCategory(); }},
         {"getDistribution", [](const PlainLoad& load) { load.getDistribution(); }},
         {"getLoadCases", [](const PlainLoad& load) { load.getLoadCases(); }},
+        {"getOwnCurve", [](const PlainLoad& load) { load.getOwnCurve(); }},
         {"getValueAt", [](const PlainLoad& load) { load.getValueAt(0); }},
         {"getTextAt", [](const PlainLoad& load) { load.getTextAt(0); }},
         {"getPointAt",
@@ -183,7 +186,7 @@ TEST(GenericLoad, EachGetterChecksForReadAndAsksForNothing) {
         TestElement element;
         PlainLoad& load = LoadOn(element).load;
         load.setVertices(verticesOf(1));
-        forgetRefresh(load);
+        drawOnce(load);
         element.readChecks = element.writeChecks = 0;
         row.second(load);
         EXPECT_EQ(element.readChecks, 1);
@@ -215,6 +218,10 @@ TEST(GenericLoad, TakesItsOwnListsBack) {
     load.setLoadCases({1, 2});
     load.setVertices(load.getVertices());
     load.setLoadCases(load.getLoadCases());
+    const auto curve = shortCurve();
+    load.setOwnCurve(curve);
+    load.setOwnCurve(load.getOwnCurve());
+    EXPECT_EQ(load.getOwnCurve(), curve);
     EXPECT_EQ(load.numVertices(), 3u);
     EXPECT_EQ(load.getLoadCases(), (std::set<unsigned int>{1, 2}));
 }
@@ -435,7 +442,7 @@ TEST(GenericLoadSlots, WhatIsOverriddenKeepsThePlaceOfAPlugin) {
     load.setElement(ids.a);
     using Ask = bool (*)(const void*, const ElementCloneContext&);
     EXPECT_FALSE(slotOf<Ask>(&load, 16)(&load, context));
-    forgetRefresh(load);
+    drawOnce(load);
     slotOf<void (*)(void*)>(&load, 18)(&load);
     EXPECT_TRUE(load.refreshGraphics());
     orv::serialization::BinaryOutArchive archive;
@@ -444,7 +451,7 @@ TEST(GenericLoadSlots, WhatIsOverriddenKeepsThePlaceOfAPlugin) {
     orv::KeyValueStorage storage;
     using SaveValues = bool (*)(const void*, orv::KeyValueStorage&);
     EXPECT_TRUE(slotOf<SaveValues>(&load, 21)(&load, storage));
-    EXPECT_EQ(storage.getValue<int>("load/point/element_based/type", 0), 10);
+    EXPECT_EQ(storage.getValue<int>("load/line/element_based/type", 0), 10);
     const StoredBody stored(blockOf(archive), archive.softPointers(), {});
     load.setType(44);
     EXPECT_TRUE(stored.read([&load](orv::serialization::IInArchive& in) {

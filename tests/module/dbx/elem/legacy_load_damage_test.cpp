@@ -20,7 +20,7 @@ protected:
         registerLoads();
         ORV_Load load;
         load.setNodDatabaseId(AcDbObjectId(), L"AB");
-        ownCurve(addPluginTo<PlainLoad>(load)) = makeCurve();
+        addPluginTo<PlainLoad>(load).setOwnCurve(makeCurve());
         addPluginTo<FreeLoad>(load);
         load.setVertices(verticesOf(2));
         whole = bytesOf(load);
@@ -61,7 +61,7 @@ protected:
 TEST_F(LegacyLoadDamage, TheWholeIsRead) {
     ORV_Load load;
     EXPECT_EQ(read(load, whole), Acad::eOk);
-    EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+    EXPECT_TRUE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
     EXPECT_EQ(bytesOf(load), whole);
     EXPECT_EQ(reports.size(), 0u);
 }

@@ -71,7 +71,7 @@ protected:
         load->properties(AcDb::kForWrite) = singleNode("id", m_line);
         PlainLoad& plain = addPluginTo<PlainLoad>(*load);
         fillGeneric(plain, m_line);
-        ownCurve(plain) = makeCurve();
+        plain.setOwnCurve(makeCurve());
         FreeLoad& free = addPluginTo<FreeLoad>(*load);
         free.setAffectedNos({3, 5});
         // Behind those that are known, where it is filed from then on.
@@ -165,7 +165,7 @@ TEST_F(LegacyLoadInDrawing, AllOfItComesBackFromAFile) {
         const PlainLoad& plain = pluginAt<PlainLoad>(load, 0);
         expectGeneric(plain, sameIn(back, m_line));
         EXPECT_EQ(plain.owner(), &load);
-        const auto& curve = ownCurve(const_cast<PlainLoad&>(plain));
+        const auto& curve = plain.getOwnCurve();
         ASSERT_TRUE(curve);
         EXPECT_EQ(curve->endPoint(), AcGePoint3d(2, 2, 0));
         EXPECT_EQ(pluginAt<FreeLoad>(load, 1).getAffectedNos(), (std::set<unsigned int>{3, 5}));
@@ -193,7 +193,7 @@ TEST_F(LegacyLoadInDrawing, AFileOfVersion1HasNoElementAndNoCurves) {
     const AcDbObjectId id = put(fill(new OtherVersion(1)));
     look(sameIn(reopened(), id), [](ORV_Load& load) {
         EXPECT_TRUE(load.getElement().isNull());
-        EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+        EXPECT_FALSE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
         EXPECT_EQ(load.numVertices(), 2u);
     });
     EXPECT_EQ(reports.size(), 0u);
@@ -204,7 +204,7 @@ TEST_F(LegacyLoadInDrawing, AFileOfVersion2HasTheElementAndNoCurves) {
     AcDbDatabase& back = reopened();
     look(sameIn(back, id), [&](ORV_Load& load) {
         EXPECT_EQ(load.getElement(), sameIn(back, m_line));
-        EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+        EXPECT_FALSE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
         EXPECT_EQ(load.numVertices(), 2u);
     });
     EXPECT_EQ(reports.size(), 0u);
@@ -297,7 +297,7 @@ TEST_F(LegacyLoadInDrawing, ACopyTogetherWithItsElementActsOnTheCopy) {
         EXPECT_EQ(load.getElement(), cloneOf(map, m_line));
         EXPECT_EQ(static_cast<orv::elem::GenericLoad&>(pluginAt<PlainLoad>(load, 0)).getElement(),
                   cloneOf(map, m_line));
-        EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+        EXPECT_TRUE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
     });
 }
 
@@ -310,7 +310,7 @@ TEST_F(LegacyLoadInDrawing, ACopyInAnotherDrawingActsOnTheElementThere) {
         EXPECT_EQ(load.database(), &other);
         EXPECT_EQ(load.getElement(), cloneOf(map, m_line));
         EXPECT_EQ(load.getElement().database(), &other);
-        EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+        EXPECT_TRUE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
     });
 }
 
@@ -351,7 +351,7 @@ TEST_F(LegacyLoadInDrawing, ACloneByItselfHasItAll) {
         ORV_Load* const copy = ORV_Load::cast(copied.get());
         ASSERT_NE(copy, nullptr);
         EXPECT_EQ(copy->getElement(), m_line);
-        EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(*copy, 0)));
+        EXPECT_TRUE(pluginAt<PlainLoad>(*copy, 0).getOwnCurve());
         EXPECT_EQ(fieldsOf(*copy), fieldsOf(load));
     });
 }

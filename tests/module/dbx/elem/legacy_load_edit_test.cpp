@@ -105,6 +105,21 @@ TEST_F(LegacyLoadEdit, GripsStandAtThePointsOfAllVertices) {
     });
 }
 
+TEST_F(LegacyLoadEdit, ADerivedEntitysStretchPointsAreNoSnapPoints) {
+    struct Derived : ORV_Load {
+        Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray&) const override {
+            return Acad::eNotApplicable;
+        }
+    };
+    Derived load;
+    addPluginTo<FreeLoad>(load);
+    load.setVertices(verticesOf(3));
+    AcGePoint3dArray points;
+    EXPECT_EQ(load.getStretchPoints(points), Acad::eNotApplicable);
+    EXPECT_EQ(snap(load, AcDb::kOsModeEnd, points), Acad::eOk);
+    EXPECT_EQ(listOf(points), kThree);
+}
+
 TEST_F(LegacyLoadEdit, ALoadWithoutAFreeLoadHasNoPointsAndTakesNoStretch) {
     for (const AcDbObjectId& id : {loadWith<PlainLoad>(), loadWith<BeamLoad>(), loadWith<RecordingPlugin>()})
         change(id, [this](ORV_Load& load) {
@@ -253,6 +268,24 @@ TEST_F(LegacyLoadEdit, GripsOfALoadInAnotherDrawingMoveNothing) {
         });
         EXPECT_EQ(pointsOf(elsewhere), kThree);
     });
+}
+
+TEST_F(LegacyLoadEdit, EachOfTwoLoadsInTwoDrawingsMovesByItsOwnGrips) {
+    AcDbDatabase other(true);
+    auto* const load = new ORV_Load;
+    load->setVertices(verticesOf(3));
+    addPluginTo<FreeLoad>(*load);
+    const AcDbObjectId there = putEntity(other, load);
+    const AcDbObjectId here = loadWith();
+    ASSERT_TRUE(there.handle() == here.handle()) << "what tells them apart is the drawing";
+    change(there, [this](ORV_Load& moved) {
+        const GripsOf grips(moved);
+        EXPECT_EQ(moved.moveGripPointsAt(grips.held({1}), {0, 3, 0}, 0), Acad::eOk);
+        EXPECT_EQ(hooksOf(moved), kTold);
+    });
+    EXPECT_EQ(pointsOf(there), (Points{{0, 0, 0}, {1, 3, 0}, {2, 0, 0}}));
+    EXPECT_EQ(pointsOf(here), kThree);
+    EXPECT_EQ(reports.size(), 0u);
 }
 
 TEST_F(LegacyLoadEdit, AGripThatMovesSomethingElseIsReported) {

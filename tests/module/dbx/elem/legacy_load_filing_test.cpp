@@ -68,7 +68,7 @@ protected:
 
     // A plain load with a curve, a plugin that is no load, and a free load without a curve.
     void addThreePlugins() {
-        ownCurve(addPluginTo<PlainLoad>(load)) = makeCurve();
+        addPluginTo<PlainLoad>(load).setOwnCurve(makeCurve());
         addPluginTo<RecordingPlugin>(load);
         addPluginTo<FreeLoad>(load);
         load.setElement(idOf(0x2a));
@@ -147,8 +147,8 @@ TEST_F(LegacyLoadFiling, EachPluginThatIsALoadHasACurveSectionInTheirOrder) {
     EXPECT_EQ(fieldsOf(load), threePlugins());
     ORV_Load back;
     readAllFields(back, threePlugins());
-    ASSERT_TRUE(ownCurve(pluginAt<PlainLoad>(back, 0)));
-    EXPECT_FALSE(ownCurve(pluginAt<FreeLoad>(back, 2)));
+    ASSERT_TRUE(pluginAt<PlainLoad>(back, 0).getOwnCurve());
+    EXPECT_FALSE(pluginAt<FreeLoad>(back, 2).getOwnCurve());
     EXPECT_EQ(fieldsOf(back), threePlugins());
     EXPECT_EQ(reports.size(), 0u);
 }
@@ -156,7 +156,7 @@ TEST_F(LegacyLoadFiling, EachPluginThatIsALoadHasACurveSectionInTheirOrder) {
 TEST_F(LegacyLoadFiling, ACurveComesBackPieceByPiece) {
     ORV_Load back;
     readAllFields(back, withCurve(kCurve));
-    const auto& curve = ownCurve(pluginAt<PlainLoad>(back, 0));
+    const auto& curve = pluginAt<PlainLoad>(back, 0).getOwnCurve();
     ASSERT_TRUE(curve);
     ASSERT_EQ(curve->getSegmentCount(), 2);
     EXPECT_EQ(curve->getSegmentAt(0)->end(), AcGePoint3d(2, 0, 0));
@@ -168,22 +168,22 @@ TEST_F(LegacyLoadFiling, ACurveComesBackPieceByPiece) {
 TEST_F(LegacyLoadFiling, AnEmptyCurveIsACurve) {
     const Lines golden =
         withCurve({"Bool true", "String ORV_SegmentedCurve", "UInt32 1", "UInt32 0", "UInt32 1584181715"});
-    ownCurve(addPluginTo<PlainLoad>(load)) = boost::make_shared<ORV_SegmentedCurve>();
+    addPluginTo<PlainLoad>(load).setOwnCurve(boost::make_shared<ORV_SegmentedCurve>());
     EXPECT_EQ(fieldsOf(load), golden);
     ORV_Load back;
     readAllFields(back, golden);
-    ASSERT_TRUE(ownCurve(pluginAt<PlainLoad>(back, 0)));
-    EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(back, 0))->isEmpty());
+    ASSERT_TRUE(pluginAt<PlainLoad>(back, 0).getOwnCurve());
+    EXPECT_TRUE(pluginAt<PlainLoad>(back, 0).getOwnCurve()->isEmpty());
 }
 
 TEST_F(LegacyLoadFiling, ACurveIsFiledUnderItsOwnClassAndReadByThat) {
     const auto marked = makeCurve<MarkedCurve>();
     marked->mark = 77;
-    ownCurve(addPluginTo<PlainLoad>(load)) = marked;
+    addPluginTo<PlainLoad>(load).setOwnCurve(marked);
     EXPECT_EQ(fieldsOf(load), withCurve(kMarkedCurve));
     ORV_Load back;
     readAllFields(back, withCurve(kMarkedCurve));
-    const auto* const read = MarkedCurve::cast(ownCurve(pluginAt<PlainLoad>(back, 0)).get());
+    const auto* const read = MarkedCurve::cast(pluginAt<PlainLoad>(back, 0).getOwnCurve().get());
     ASSERT_NE(read, nullptr);
     EXPECT_EQ(read->mark, 77u);
 }
@@ -191,7 +191,7 @@ TEST_F(LegacyLoadFiling, ACurveIsFiledUnderItsOwnClassAndReadByThat) {
 TEST_F(LegacyLoadFiling, ALoadThatIsReadAgainHasTheNewStreamsCurvesAlone) {
     readAllFields(load, threePlugins());
     readAllFields(load, threePlugins(kNoCurve));
-    EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+    EXPECT_FALSE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
     EXPECT_EQ(fieldsOf(load), threePlugins(kNoCurve));
 }
 
@@ -217,7 +217,7 @@ TEST_F(LegacyLoadFiling, InRawWidthsALoadWithACurve) {
     ASSERT_TRUE(orv::CurveSegment::line({0, 0, 0}, {1, 2, -0.5}, line));
     const auto curve = boost::make_shared<ORV_SegmentedCurve>();
     ASSERT_EQ(curve->append(line), Acad::eOk);
-    ownCurve(addPluginTo<PlainLoad>(load)) = curve;
+    addPluginTo<PlainLoad>(load).setOwnCurve(curve);
     load.setNodDatabaseId(idOf(0x10), L"AB");
     load.setElement(idOf(0x2a));
     std::vector<std::uint8_t> bytes;
@@ -230,8 +230,8 @@ TEST_F(LegacyLoadFiling, InRawWidthsALoadWithACurve) {
     EXPECT_EQ(back.dwgInFields(&in), Acad::eOk);
     EXPECT_EQ(in.left(), 0u);
     EXPECT_EQ(back.getElement(), idOf(0x2a));
-    ASSERT_TRUE(ownCurve(pluginAt<PlainLoad>(back, 0)));
-    EXPECT_EQ(ownCurve(pluginAt<PlainLoad>(back, 0))->endPoint(), AcGePoint3d(1, 2, -0.5));
+    ASSERT_TRUE(pluginAt<PlainLoad>(back, 0).getOwnCurve());
+    EXPECT_EQ(pluginAt<PlainLoad>(back, 0).getOwnCurve()->endPoint(), AcGePoint3d(1, 2, -0.5));
 }
 
 TEST_F(LegacyLoadFiling, ToACopyTheHostsPartComesFirst) {
@@ -251,16 +251,19 @@ TEST_F(LegacyLoadFiling, ToACopyTheHostsPartComesFirst) {
 
 // Versions.
 
-TEST_F(LegacyLoadFiling, Version1HasNoElementAndNoCurveSections) {
-    readAllFields(load, joined({{"UInt32 1"}, loadElement(3, threeRecords()), kLoadEntityEnd}));
-    EXPECT_TRUE(load.getElement().isNull());
-    EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
-    EXPECT_EQ(fieldsOf(load), joined({{"UInt32 3"},
-                                      loadElement(3, threeRecords()),
-                                      kActsOnNothing,
-                                      kNoCurve,
-                                      kNoCurve,
-                                      kLoadEntityEnd}));
+TEST_F(LegacyLoadFiling, Versions0And1HaveNoElementAndNoCurveSections) {
+    for (const char* const version : {"UInt32 0", "UInt32 1"}) {
+        ORV_Load old;
+        readAllFields(old, joined({{version}, loadElement(3, threeRecords()), kLoadEntityEnd}));
+        EXPECT_TRUE(old.getElement().isNull());
+        EXPECT_FALSE(pluginAt<PlainLoad>(old, 0).getOwnCurve());
+        EXPECT_EQ(fieldsOf(old), joined({{"UInt32 3"},
+                                         loadElement(3, threeRecords()),
+                                         kActsOnNothing,
+                                         kNoCurve,
+                                         kNoCurve,
+                                         kLoadEntityEnd}));
+    }
     EXPECT_EQ(reports.size(), 0u);
 }
 
@@ -274,7 +277,7 @@ TEST_F(LegacyLoadFiling, Version2HasTheElementAndNoCurveSections) {
 TEST_F(LegacyLoadFiling, Version3HasBoth) {
     readAllFields(load, threePlugins());
     EXPECT_EQ(load.getElement(), idOf(0x2a));
-    EXPECT_TRUE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+    EXPECT_TRUE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
 }
 
 TEST_F(LegacyLoadFiling, ANewerVersionIsRefusedAtOnceWithoutAWord) {
@@ -340,7 +343,7 @@ TEST_F(LegacyLoadFiling, AClassThatIsNoSegmentedCurveIsReportedAndRefused) {
         EXPECT_EQ(taken, lines.size() - kCurveFields.size() - 1);
         ASSERT_EQ(reports.conditions(), Texts{"load.m_visCurve.get()"});
         EXPECT_EQ(reports.at(0).values, (Values{{"rxclsName.kwszPtr()", name}}));
-        EXPECT_FALSE(ownCurve(pluginAt<PlainLoad>(load, 0)));
+        EXPECT_FALSE(pluginAt<PlainLoad>(load, 0).getOwnCurve());
     }
 }
 

@@ -1,7 +1,9 @@
 // What holds for the arrows of every load.
 
+#include "dbx/doc/use_system.h"
 #include "dbx/elem/load_types.h"
 #include "module/dbx/elem/drawn_loads.h"
+#include "orvshape/approximate_curve.h"
 #include "support/report_recorder.h"
 
 #include <gtest/gtest.h>
@@ -113,8 +115,13 @@ RC_GTEST_PROP(LoadDrawProperty, anExportKeepsBothEndsAndLeavesTheNearestOut, ())
     loaded.through(points).values([](double, double distance) { return distance; });
     loaded.member.setNodDatabaseId(entryAt(drawing.db.namedObjectsDictionaryId(), {L"KELMORAN", L"ASDWG"}),
                                    L"ASDWG");
+    const orv::UseSystem system(&loaded.member);
+    system->setPointSize(*rc::gen::element(0.0, 0.2, 0.7));
+    AcGePoint3dArray chain;
+    orv::ApproximateCurve(system->converter().fromCdb(system->pointSize() * 5.0))
+        .create(loaded.member, chain);
     const auto exported = loaded->getVerticesForExport();
-    const auto expected = thinnedSlowly(points);
+    const auto expected = thinnedSlowly({chain.begin(), chain.end()});
     RC_ASSERT(exported.size() <= 63U);
     RC_ASSERT(exported.size() == expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i)

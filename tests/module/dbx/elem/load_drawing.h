@@ -86,7 +86,7 @@ protected:
         load->setType(type);
         load->setVertices(verticesOf(1));
         load->setLoadCase(3);
-        forgetRefresh(*load);
+        drawOnce(*load);
         const AcDbObjectId id = put(made);
         if (!beamId.isNull())
             change(beamId, [&id](TestElement& element) { connectionsOf(element).add(id); });

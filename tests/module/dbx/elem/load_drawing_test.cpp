@@ -1,12 +1,10 @@
 // What loads draw: stems, heads, texts, and what is reported.
 
-#include "module/dbx/elem/drawn_loads.h"
+#include "module/dbx/elem/loaded_shapes.h"
 #include "orvshape/acad_draw.h"
 #include "support/beep_recorder.h"
 #include "support/report_recorder.h"
 #include "support/test_element.h"
-
-#include "dbsymtb.h"
 
 #include <gtest/gtest.h>
 
@@ -177,7 +175,7 @@ TEST_F(LoadDrawingTest, fewerThanTwoArrowsAreReportedInBothDrawings) {
         EXPECT_EQ(reports.at(i).values, (Values{{"visData.vertices.size()", "1"}}));
 }
 
-TEST_F(LoadDrawingTest, aDrawingThatIsToStopGetsNothingMore) {
+TEST_F(LoadDrawingTest, aDrawingThatIsCutHasNoMoreThanItTakes) {
     loaded.through({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {0, 0, 0}}).ofArea(2.0);
     for (const std::size_t most : {1U, 5U, 9U, 12U}) {
         embedded::ViewParameters view = fromFront();
@@ -328,26 +326,9 @@ TEST_F(LoadDrawingTest, aPointLoadWithoutAVertexReportsAndThrowsOutOfRange) {
     EXPECT_NE(beeps.lines()[0].find(L"Caught Exception: "), std::wstring::npos);
 }
 
-namespace {
-
-AcDbObjectId addLinetype(AcDbDatabase& db, const wchar_t* name) {
-    AcDbLinetypeTable* table = nullptr;
-    EXPECT_EQ(acdbOpenObject(table, db.linetypeTableId(), AcDb::kForWrite), Acad::eOk);
-    auto* const record = new AcDbLinetypeTableRecord;
-    EXPECT_EQ(record->setName(name), Acad::eOk);
-    AcDbObjectId id;
-    EXPECT_EQ(table->add(id, record), Acad::eOk);
-    record->close();
-    table->close();
-    return id;
-}
-
-} // namespace
-
 TEST_F(LoadDrawingTest, loadsOfTheDashedKindChangeTheLineTypeOnlyWhereTheyArePoints) {
-    AcDbDatabase db(true);
-    acdbHostApplicationServices()->setWorkingDatabase(&db);
-    const AcDbObjectId dashed = addLinetype(db, L"STRICHLINIE");
+    const DashedDrawing drawing;
+    const AcDbObjectId dashed = drawing.lineType();
     loaded.through({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 0, 0}});
     for (const int kind : {1, 2, 3, 4}) {
         loaded->setClass(static_cast<orv::elem::LOAD_KIND>(kind));
@@ -513,6 +494,32 @@ TEST_F(LoadDrawingTest, theAttachmentOfALineLoadsTextCanBeTold) {
     EXPECT_TRUE(begin.isEqualTo(AcGePoint3d(3, 0, 2.15)));
     orv::elem::GenericLoad::setAttachmentCallback({});
     EXPECT_LT(textsOfLine(loaded, 3.0).at(1).points.at(0).x, 3.0);
+}
+
+TEST_F(LoadDrawingTest, aFailingAttachmentLeavesTheDotWithoutItsText) {
+    straight(2.0);
+    loaded->setTextAt(0, L"q");
+    orv::elem::GenericLoad::setAttachmentCallback([](const AcGeVector3d&) -> AcDbMText::AttachmentPoint {
+        throw std::runtime_error("no place for a text");
+    });
+    const Primitives drawn = textsOfLine(loaded, 3.0);
+    orv::elem::GenericLoad::setAttachmentCallback({});
+    ASSERT_EQ(drawn.size(), 1U);
+    EXPECT_EQ(drawn[0].kind, PrimitiveKind::kCircle);
+}
+
+TEST_F(LoadDrawingTest, anAttachmentMayTakeItselfBackWhileItIsAsked) {
+    straight(2.0);
+    loaded->setTextAt(0, L"q");
+    const std::string held(100, 'q');
+    std::string seen;
+    orv::elem::GenericLoad::setAttachmentCallback([held, &seen](const AcGeVector3d&) {
+        orv::elem::GenericLoad::setAttachmentCallback({});
+        seen = held;
+        return AcDbMText::kBottomLeft;
+    });
+    EXPECT_TRUE(textsOfLine(loaded, 3.0).at(1).points.at(0).isEqualTo(AcGePoint3d(3, 0, 2.15)));
+    EXPECT_EQ(seen, held);
 }
 
 TEST_F(LoadDrawingTest, anIndexBeyondTheVerticesIsReportedAndDrawsNothing) {

@@ -152,13 +152,20 @@ TEST_F(LoadHatchTest, whichReleasesAreNew) {
 }
 
 TEST_F(LoadHatchTest, aNormalThatPointsDownIsTurnedRound) {
-    const Primitives up = draw();
-    hatch.normal = AcGeVector3d(0, 0, -5);
-    const Primitives down = draw();
-    ASSERT_EQ(up.size(), down.size());
-    for (std::size_t i = 0; i < up.size(); ++i)
-        for (std::size_t end = 0; end < 2; ++end)
-            EXPECT_TRUE(up[i].points[end].isEqualTo(down[i].points[end]));
+    for (const double z : {0.0, 3.0, -3.0}) {
+        use({{0, 0, z}, {6, 0, z}, {6, 6, z}, {0, 6, z}, {0, 0, z}});
+        hatch.normal = AcGeVector3d::kZAxis;
+        const Primitives up = draw();
+        hatch.normal = AcGeVector3d(0, 0, -5);
+        const Primitives down = draw();
+        ASSERT_FALSE(up.empty());
+        ASSERT_EQ(up.size(), down.size());
+        for (std::size_t i = 0; i < up.size(); ++i)
+            for (std::size_t end = 0; end < 2; ++end) {
+                EXPECT_TRUE(up[i].points[end].isEqualTo(down[i].points[end]));
+                EXPECT_NEAR(down[i].points[end].z, z, 1e-12);
+            }
+    }
 }
 
 TEST_F(LoadHatchTest, theHatchLiesInThePlaneOfItsBoundary) {

@@ -335,10 +335,29 @@ TEST_F(LoadLayoutTest, aPictureThatCannotBePreparedStaysAsItWas) {
 }
 
 TEST_F(LoadLayoutTest, aLoadThatAskedForNothingHasNoArrowsYet) {
-    loaded.through({{0, 0, 0}, {8, 0, 0}}).values([](double, double) { return 1.0; });
-    // A drawing without a curve clears nothing; with one it does, once and for all.
-    loaded.draw();
-    EXPECT_FALSE(loaded->refreshGraphics());
+    // Three pieces are too many for two vertices. Then the curve becomes one that the load could stand on,
+    // without a word to the load.
+    loaded.through({{0, 0, 0}, {8, 0, 0}, {8, 0, 8}, {0, 0, 8}});
+    loaded->setVertices(verticesOf({1, 1}));
+    {
+        const ReportRecorder ignored;
+        loaded.draw();
+    }
+    loaded.member.clear();
+    loaded.through({{0, 0, 0}, {8, 0, 0}});
+    ASSERT_FALSE(loaded->refreshGraphics());
+    {
+        ReportRecorder reports;
+        EXPECT_TRUE(loaded.draw().primitives.empty());
+        EXPECT_EQ(reports.conditions(), Texts(2, "visData.vertices.size() >= 2"));
+    }
+    EXPECT_EQ(loaded->setups, 0);
+    loaded->requestRefreshGraphics();
+    EXPECT_FALSE(loaded.draw().primitives.empty());
+    EXPECT_EQ(loaded->layouts, 1);
+}
+
+TEST_F(LoadLayoutTest, aVolumeIsNeitherLaidOutNorDrawn) {
     LoadedMember volume;
     volume.through({{0, 0, 0}, {8, 0, 0}});
     volume->setDistribution(orv::elem::kVolumeLoad);

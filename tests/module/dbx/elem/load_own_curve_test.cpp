@@ -1,4 +1,5 @@
-// Loads that have a curve of their own, as those of the load entity have: it comes with the entity's fields.
+// Loads that have a curve of their own: from the front end, or from the load entity, with whose fields it
+// comes.
 
 #include "dbx/binary_in_archive.h"
 #include "dbx/binary_out_archive.h"
@@ -85,6 +86,47 @@ TEST_F(LoadOwnCurveTest, aLoadWhoseElementIsNoCurveIsDrawnAlongItsOwnOne) {
     EXPECT_NEAR(arrows.back().point.distanceTo({2, 2, 0}), 0.0, 1e-9);
     EXPECT_EQ(worldPart(list).size(), 11U);
     EXPECT_EQ(texts(list), 1U);
+}
+
+TEST_F(LoadOwnCurveTest, aFrontEndGivesALoadItsCurve) {
+    boost::shared_ptr<ORV_SegmentedCurve> beam = boost::make_shared<ORV_SegmentedCurve>();
+    orv::CurveSegment segment;
+    ASSERT_TRUE(orv::CurveSegment::line({0, 3, 0}, {4, 3, 0}, segment));
+    ASSERT_EQ(beam->append(segment), Acad::eOk);
+    const auto loaded = boost::make_shared<DrawnLoad>();
+    TestElement element;
+    element.addPlugin(loaded);
+    loaded->setDistribution(orv::elem::kLineLoad);
+    loaded->setVertices(verticesOf(std::vector<double>{1, 1}));
+    pencil.load = loaded.get();
+    EXPECT_TRUE(worldPart(embedded::draw(pencil)).empty());
+    loaded->setOwnCurve(beam);
+    embedded::draw(pencil);
+    ASSERT_EQ(loaded->laidOut.vertices.size(), 5U);
+    EXPECT_TRUE(loaded->laidOut.vertices[1].point.isEqualTo(AcGePoint3d(1, 3, 0)));
+    EXPECT_EQ(loaded->getOwnCurve(), beam);
+    // The picture does not keep the curve.
+    EXPECT_EQ(beam.use_count(), 2);
+    loaded->setOwnCurve({});
+    EXPECT_EQ(beam.use_count(), 1);
+    EXPECT_TRUE(worldPart(embedded::draw(pencil)).empty());
+}
+
+TEST_F(LoadOwnCurveTest, anotherCurveIsLaidOutAnew) {
+    embedded::draw(pencil);
+    const int layouts = load->layouts;
+    load->setOwnCurve(boost::make_shared<ORV_SegmentedCurve>());
+    orv::CurveSegment segment;
+    ASSERT_TRUE(orv::CurveSegment::line({0, 0, 7}, {0, 3, 7}, segment));
+    ASSERT_EQ(load->getOwnCurve()->append(segment), Acad::eOk);
+    EXPECT_TRUE(load->refreshGraphics());
+    pencil.drawsWorld = false;
+    EXPECT_EQ(texts(embedded::draw(pencil)), 0U) << "the old picture's curve is gone";
+    pencil.drawsWorld = true;
+    EXPECT_EQ(texts(embedded::draw(pencil)), 1U);
+    EXPECT_EQ(load->layouts, layouts + 1);
+    EXPECT_EQ(load->laidOut.vertices.size(), 4U);
+    EXPECT_TRUE(load->laidOut.vertices.back().point.isEqualTo(AcGePoint3d(0, 3, 7)));
 }
 
 TEST_F(LoadOwnCurveTest, aLoadThatLostItsCurveHasNothingToPutATextTo) {

@@ -42,6 +42,7 @@ void positiveLine(LoadedMember& loaded) {
 template <int type>
 void lineOnElement(LoadedMember& loaded) {
     putOnRolledElement(loaded);
+    loaded.system.visSettings().setSize(3, 1.6);
     setLine(loaded, kLinear, kPositive);
     loaded->setType(type);
 }
@@ -51,9 +52,8 @@ void textedLine(LoadedMember& loaded) {
     setTextAtEnds(loaded, L"LC 1", kPositive);
 }
 
-// With few lines in its hatch, so that the file stays small.
 void slopedArea(LoadedMember& loaded, double height, double slope) {
-    loaded.system.visSettings().setSize(3, 2.0);
+    loaded.system.visSettings().setSize(3, 1.6);
     buildRoundedArea(loaded);
     setSlope(loaded, height, slope);
 }
@@ -128,16 +128,14 @@ const Shown kPointsAndAreas[] = {
     {"area_top", [](LoadedMember& l) { slopedArea(l, 1.5, 0.1); }, &fromTop},
     {"area_aslant", [](LoadedMember& l) { slopedArea(l, 1.5, 0.1); }, &aslant},
     {"area_negative", [](LoadedMember& l) { slopedArea(l, -1.5, -0.1); }, &fromFront},
-    {"area_side",
-     [](LoadedMember& l) {
-         slopedArea(l, 1.5, -0.5);
-         l->setType(15);
-     },
-     &fromSide},
+    {"area_side", [](LoadedMember& l) { slopedArea(l, 1.5, -0.5); }, &fromSide},
 };
 
 std::string pictureOf(LoadedMember& loaded, embedded::ViewParameters (*from)()) {
-    const embedded::PlotPage page = embedded::PlotPage::ofPixels(330, 220);
+    // Hatches are many lines, and an area's page is smaller for that.
+    const bool isArea = loaded->getDistribution() == orv::elem::kAreaLoad;
+    const embedded::PlotPage page =
+        isArea ? embedded::PlotPage::ofPixels(240, 160) : embedded::PlotPage::ofPixels(330, 220);
     const embedded::ViewParameters view = embedded::fittedView(loaded.draw(from()), from(), page);
     std::vector<unsigned char> bytes;
     std::string failure;

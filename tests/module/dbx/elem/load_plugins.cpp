@@ -1,32 +1,41 @@
 #include "module/dbx/elem/load_plugins.h"
 
-#include "orvshape/segmented_curve.h"
-
-using orv::elem::GenericLoad;
-
-// Members that the class keeps for itself.
-namespace {
-
-template <bool GenericLoad::*flag>
-struct OpenedFlag {
-    friend bool& refreshFlag(GenericLoad& load) { return load.*flag; }
-};
-bool& refreshFlag(GenericLoad& load);
-
-template <boost::shared_ptr<ORV_SegmentedCurve> GenericLoad::*curve>
-struct OpenedCurve {
-    friend boost::shared_ptr<ORV_SegmentedCurve>& curveOf(GenericLoad& load) { return load.*curve; }
-};
-boost::shared_ptr<ORV_SegmentedCurve>& curveOf(GenericLoad& load);
-
-template struct OpenedFlag<&GenericLoad::m_refreshGraphics>;
-template struct OpenedCurve<&GenericLoad::m_visCurve>;
-
-} // namespace
+#include "embedded/display_list.h"
+#include "support/system_store.h"
 
 namespace testing_support {
 
-void forgetRefresh(GenericLoad& load) { refreshFlag(load) = false; }
-boost::shared_ptr<ORV_SegmentedCurve>& ownCurve(GenericLoad& load) { return curveOf(load); }
+namespace {
+
+class Pencil : public AcDbEntity {
+public:
+    std::function<void(orv::AcadWorldDraw&, orv::System&)> draw;
+
+protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* worldDraw) override {
+        orv::AcadWorldDraw wd(*worldDraw);
+        draw(wd, m_system);
+        return true;
+    }
+
+private:
+    FilledSystem m_system;
+};
+
+} // namespace
+
+boost::shared_ptr<ORV_SegmentedCurve> shortCurve() {
+    auto curve = boost::make_shared<ORV_SegmentedCurve>();
+    orv::CurveSegment segment;
+    EXPECT_TRUE(orv::CurveSegment::line({0, 0, 0}, {2, 0, 0}, segment));
+    EXPECT_EQ(curve->append(segment), Acad::eOk);
+    return curve;
+}
+
+void drawWith(const std::function<void(orv::AcadWorldDraw&, orv::System&)>& draw) {
+    Pencil pencil;
+    pencil.draw = draw;
+    EXPECT_TRUE(embedded::draw(pencil).failures.empty());
+}
 
 } // namespace testing_support

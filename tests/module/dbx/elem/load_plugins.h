@@ -4,6 +4,8 @@
 #include "dbx/elem/element_load.h"
 #include "dbx/elem/free_load_base.h"
 #include "dbx/elem/generic_load.h"
+#include "orvshape/acad_draw.h"
+#include "orvshape/segmented_curve.h"
 #include "support/report_recorder.h"
 #include "support/test_element.h"
 
@@ -27,14 +29,21 @@ struct LoadHooks {
     std::function<void(orv::elem::GenericLoad&, const std::string& hook)> call;
 };
 
+// A straight piece of curve.
+boost::shared_ptr<ORV_SegmentedCurve> shortCurve();
+// Lets a load draw itself, whether its element can draw or not.
+void drawWith(const std::function<void(orv::AcadWorldDraw&, orv::System&)>& draw);
+
 template <class Base>
 struct OpenLoad : Base {
     using Base::canElementBeCloned;
+    using Base::getOwnCurve;
     using Base::onErase;
     using Base::onLoad;
     using Base::onMoved;
     using Base::onPostTransform;
     using Base::onSave;
+    using Base::setOwnCurve;
 
     // The names of the notifications in the order in which they came.
     Texts hooks;
@@ -47,6 +56,17 @@ struct OpenLoad : Base {
     void onValuesChanged() override { note("onValuesChanged"); }
     void onElementChanged() override { note("onElementChanged"); }
     void onLoadTypeChanged() override { note("onLoadTypeChanged"); }
+
+    // See testing_support::drawOnce.
+    void drawOnce() {
+        const Texts before = hooks;
+        const ReportRecorder ignored; // the load may lack an owner and values
+        Base::setDistribution(orv::elem::kLineLoad);
+        Base::setOwnCurve(shortCurve());
+        drawWith([this](orv::AcadWorldDraw& wd, orv::System& system) { this->onWorldDraw(wd, system); });
+        hooks = before;
+        EXPECT_FALSE(Base::refreshGraphics());
+    }
 
     void note(const std::string& hook) {
         hooks.push_back(hook);
@@ -171,9 +191,11 @@ inline void expectGeneric(const orv::elem::GenericLoad& load, const AcDbObjectId
     expectSameVertex(load.getVertices()[1], orv::elem::LoadVertex());
 }
 
-// A load that was not touched since it was drawn last.
-void forgetRefresh(orv::elem::GenericLoad& load);
-// The curve of its own, which only the old load entity sets.
-boost::shared_ptr<ORV_SegmentedCurve>& ownCurve(orv::elem::GenericLoad& load);
+// Makes a line load of it, on a curve of its own, and draws it, so that it asks for nothing until it is
+// changed. Checks of its owner are counted, notifications are not.
+template <class Load>
+void drawOnce(Load& load) {
+    load.drawOnce();
+}
 
 } // namespace testing_support

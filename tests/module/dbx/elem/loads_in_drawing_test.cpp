@@ -77,6 +77,7 @@ TEST_F(LoadsInDrawing, AnElementThatIsErasedOpenForWriteOrGoneGivesNoAxes) {
     EXPECT_TRUE(hasAxes());
     change(beamId, [&](TestElement&) { EXPECT_FALSE(hasAxes()); });
     use(beamId, AcDb::kForRead, [&](TestElement&) { EXPECT_TRUE(hasAxes()); });
+    use(beamId, AcDb::kForNotify, [&](TestElement&) { EXPECT_FALSE(hasAxes()); });
     erase(beamId);
     EXPECT_FALSE(hasAxes());
     erase(beamId, false);
@@ -203,8 +204,8 @@ TEST_F(LoadsInDrawing, TheFirstLoadOfAnElementDecidesAndTheOneBehindItIsLeftAlon
     made->addPlugin(second);
     first->setElement(beamId);
     second->setElement(other);
-    forgetRefresh(*first);
-    forgetRefresh(*second);
+    drawOnce(*first);
+    drawOnce(*second);
     const AcDbObjectId id = put(made);
     const AcDbObjectId behind = loadOn(beamId);
     change(beamId, [&](TestElement& element) { connectionsOf(element).add(id); });

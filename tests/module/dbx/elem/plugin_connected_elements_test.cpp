@@ -86,6 +86,7 @@ std::string behaviourOf(const OpenConnected& plugin) {
 constexpr char kEnd[] = "7a a7 5c bd";
 
 // Each body holds what its version knows of: behaviour 2, ids.
+const std::string kBody0 = joined({"00 00 00 00 02 00 00 00", kEnd});
 const std::string kBody1 = joined({"01 00 00 00", kEnd});
 const std::string kBody2 = joined({"02 00 00 00 02 00 00 00", kEnd});
 const std::string kBody3 = joined({"03 00 00 00 02 00 00 00 02 00 00 00", kEnd});
@@ -332,6 +333,18 @@ TEST(PluginConnectedElementsBody, AnyOtherOwnershipIsSoftAndKept) {
     EXPECT_TRUE(plugin.onSave(archive));
     EXPECT_EQ(hexOf(archive), body);
     EXPECT_EQ(archive.softPointers(), Ids{ids.a});
+}
+
+// Only version 1 has no behaviour.
+TEST(PluginConnectedElementsBody, OfVersion0HasABehaviourAndLeavesTheSetAlone) {
+    const SomeIds ids;
+    ReportRecorder recorder;
+    OpenConnected plugin;
+    plugin.add(ids.a);
+    EXPECT_TRUE(load(plugin, {kBody0, {}, {ids.b}}));
+    EXPECT_EQ(behaviourOf(plugin), "02 00 00 00");
+    EXPECT_EQ(idsOf(plugin), Ids{ids.a});
+    EXPECT_EQ(recorder.size(), 0u);
 }
 
 TEST(PluginConnectedElementsBody, OfVersion1GivesBehaviour3AndLeavesTheSetAlone) {

@@ -97,6 +97,7 @@ TEST(TypeInfo, OrdersAsTheRunTimeTypesDo) {
     const TypeInfo other = typeid(double);
     EXPECT_NE(one < other, other < one);
     EXPECT_EQ(one < other, typeid(int).before(typeid(double)));
+    EXPECT_EQ(other < one, typeid(double).before(typeid(int)));
     EXPECT_FALSE(one < one);
     EXPECT_EQ(one.get(), typeid(int));
 }

@@ -248,6 +248,15 @@ TEST_F(Serialization, AReaderMayRemoveItself) {
     EXPECT_FALSE(types.tryRead(rw, "x", value));
 }
 
+TEST(TypeInfoOrder, OfTwoTypesIsThatOfTheRunTimeBothWays) {
+    const std::type_info* const types[] = {&typeid(int), &typeid(double), &typeid(std::string),
+                                           &typeid(TypeInfo)};
+    for (const std::type_info* const left : types)
+        for (const std::type_info* const right : types)
+            EXPECT_EQ(TypeInfo(*left) < TypeInfo(*right), left->before(*right))
+                << left->name() << " " << right->name();
+}
+
 TEST(TypeInfoOrder, NoTypeStandsBeforeEveryType) {
     const TypeInfo none;
     const TypeInfo number = typeid(int);

@@ -155,6 +155,20 @@ TEST_F(KeyValueTree, ReadOverAPlainValueStoresItsNameEmptyAndGoesOn) {
     EXPECT_EQ(rw.get_keyvalue("plain", ""), "text") << "the cursor is where it was";
 }
 
+TEST_F(KeyValueTree, APlainValueDoesNotHideTheNodeOfItsName) {
+    registerNumbers();
+    rw.keyvalue("one", "text");
+    KeyValueSerialization::instance().tryWrite(rw, "one", boost::any(1));
+    LogRecorder log("KeyValueTreeReaderWriter::tryRead");
+    ReportRecorder reports;
+    KeyValueStorage storage;
+    rw.read(storage);
+    EXPECT_EQ(storage.getValue<int>("one"), 1);
+    EXPECT_EQ(reports.size(), 0u) << "both entries of that name read the node";
+    EXPECT_EQ(log.messages(), (Texts{"3 Software\\TaldorkTest"}));
+    EXPECT_EQ(rw.get_keyvalue("one", ""), "text");
+}
+
 TEST_F(KeyValueTree, ATypedReadConvertsTheText) {
     rw.keyvalue("int", "-12").keyvalue("double", "0.1").keyvalue("yes", "1").keyvalue("text", "a b");
     BeepRecorder beeps;
