@@ -54,7 +54,7 @@ bool ApproximateCurve::create(const ORV_SegmentedCurve& curve, AcGePoint3dArray&
         const double granted = std::floor(wantedChords(segment, m_chordLength) * share);
         const int chords = static_cast<int>(std::max(granted, wantedChords(segment, 0.0)));
         for (int k = 1; k < chords; ++k)
-            points.append(segment.pointAt(segment.length() * (static_cast<double>(k) / chords)));
+            points.append(segment.pointAt(segment.length() * k / chords));
         points.append(segment.end());
     }
     if (curve.isClosed())

@@ -99,7 +99,7 @@ TEST(ApproximateCurve, AbsurdChordLengthsAreBoundedAndSharedOut) {
     }
 }
 
-TEST(ApproximateCurve, PointsOfALengthNextToAllNumbersAreNumbers) {
+TEST(ApproximateCurve, PointsOfTheLongestPiecesAreNumbers) {
     ORV_SegmentedCurve curve;
     ASSERT_EQ(curve.append(lineOf({0, 0, 0}, {1.0e154, 0, 0})), Acad::eOk);
     ASSERT_EQ(curve.appendLineTo({1.0e154, 1.3e154, 0}), Acad::eOk);
