@@ -62,7 +62,8 @@ TEST_F(SelectTest, AnObjectThatWasErasedIsNotInTheSelection) {
     const std::string drawing = oddDrawing();
     const std::string second = named(drawing, "second"), first = named(drawing, "Knoten \xc3\x9c\nx");
     EXPECT_EQ(edit(drawing, "erase " + second + "\n").code, 0);
-    for (const Json& object : json({"select", "list", drawing, "pair"})["selections"][0]["objects"])
+    const Json listed = json({"select", "list", drawing, "pair"});
+    for (const Json& object : listed["selections"][0]["objects"])
         EXPECT_TRUE(object["handle"] == first || object["kind"].is_null()) << object;
 }
 

@@ -23,13 +23,13 @@ TEST_F(FiledEntities, AnArrayOfReferencesHasItsCountsBehindTheFlagOfAttributes) 
     bits.data.bitDouble(0.5);
     bits.data.threeBitDoubles({0.0, 0.0, 1.0});
     bits.data.bit(false);
-    bits.data.bitShort(4);
+    bits.data.bitShort(1);
     bits.data.bitShort(300);
     bits.data.bitDouble(2.5);
     bits.data.bitDouble(-1.0);
     bits.handles.handle({embedded::dwg::kHardPointer, handleOf(m_block)});
     expectBothWays<AcDbMInsertBlock>(bits, [&](const AcDbMInsertBlock& array) {
-        EXPECT_EQ(array.columns(), 4);
+        EXPECT_EQ(array.columns(), 1);
         EXPECT_EQ(array.rows(), 300);
         EXPECT_EQ(array.columnSpacing(), 2.5);
         EXPECT_EQ(array.rowSpacing(), -1.0);
